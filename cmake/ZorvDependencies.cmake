@@ -1,0 +1,9 @@
+# The libraries from outside, all of them packages of the distribution (scripts/packages.txt), all as system headers.
+
+find_package(Threads REQUIRED)
+find_package(Poco REQUIRED COMPONENTS Foundation XML JSON Util Net)
+find_package(Re2 REQUIRED)
+
+if(BUILD_TESTING)
+    find_package(GTest REQUIRED)
+endif()
