@@ -45,6 +45,7 @@ function(zorv_add_test name)
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
+        NO_PRETTY_VALUES
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${arg_LABEL} TIMEOUT ${arg_TIMEOUT} ${arg_PROPERTIES}
@@ -57,6 +58,7 @@ function(zorv_add_house_checks)
         return()
     endif()
     zorv_add_house_check(arrows check-arrows)
+    zorv_add_house_check(examples check-examples)
     zorv_add_house_check(format check-format)
     zorv_add_house_check(tests-built check-tests-built "${PROJECT_BINARY_DIR}")
 endfunction()

@@ -92,8 +92,9 @@ public:
     {
         ZORV_TRACE(" >> ");
         ZORV_ASSERT(_instance);
+        const EventConsumer& bound = *_instance;
         try {
-            (_instance->subscriber->*_instance->callback)(type, value);
+            (bound.subscriber->*bound.callback)(type, value);
         } catch (const std::exception& e) {
             ZORV_WARNING("Exception thrown from event consumer :%s", e.what());
         } catch (...) {

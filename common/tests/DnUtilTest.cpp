@@ -8,7 +8,7 @@ namespace {
 
 TEST(DnUtilTest, firstRdn)
 {
-    EXPECT_EQ("ManagedElement=1", firstRdn("ManagedElement=1,Port=4"));
+    EXPECT_EQ("ManagedElement=1", firstRdn("ManagedElement=1,Slot=2,Port=4"));
     EXPECT_EQ("ManagedElement=1", firstRdn("ManagedElement=1"));
     EXPECT_EQ("", firstRdn(""));
     EXPECT_EQ("", firstRdn(",Port=4"));

@@ -270,7 +270,9 @@ TEST_F(EventConsumerTest, aFilterHoldsCopiesOfItsEntries)
     std::vector<NameValuePair> entries = {{"a", "1"}, {"", ""}, {"a", "2"}};
 
     YaltNameValuePair** filter = Consumer::toCFilter(entries, memory);
-    entries.clear();
+    for (NameValuePair& entry : entries) {
+        entry = {"?", "?"};
+    }
 
     EXPECT_STREQ("a", filter[0]->name);
     EXPECT_STREQ("1", filter[0]->value);

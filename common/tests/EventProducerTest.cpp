@@ -432,6 +432,7 @@ TEST_F(EventProducerTest, pushesAndCallbacksMayMeet)
 {
     start();
     middleware.journal.showOnly({});
+    YaltNameValuePair* filter[] = {nullptr};
     std::vector<std::thread> threads;
     for (int i = 0; i < 2; ++i) {
         threads.emplace_back([this] {
@@ -439,8 +440,7 @@ TEST_F(EventProducerTest, pushesAndCallbacksMayMeet)
                 push(event);
             }
         });
-        threads.emplace_back([] {
-            YaltNameValuePair* filter[] = {nullptr};
+        threads.emplace_back([&filter] {
             for (int round = 0; round < 200; ++round) {
                 Producer::evtProdAddFilter(7, eventType, filter);
                 Producer::evtProdRemoveFilter(7, eventType, filter);

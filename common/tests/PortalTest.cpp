@@ -66,11 +66,17 @@ TEST_F(PortalTest, withoutAPortalEverythingIsNull)
 {
     middleware.portal.setPresent("1", false);
     portal.open(middleware.accessor());
-    EXPECT_EQ(nullptr, portal.getInterface(nullptr, "ZorvMwSpiLog", "1"));
 
-    portal.open(nullptr);
     EXPECT_EQ(nullptr, portal.getInterface(nullptr, "ZorvMwSpiLog", "1"));
     EXPECT_THAT(journal(), ElementsAre("getPortal 1"));
+}
+
+TEST_F(PortalTest, aClosedPortalIsNotAsked)
+{
+    portal.open(nullptr);
+
+    EXPECT_EQ(nullptr, portal.getInterface(nullptr, "ZorvMwSpiLog", "1"));
+    EXPECT_THAT(journal(), IsEmpty());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "ThreadWPipes.hpp"
 
+#include <Poco/Runnable.h>
 #include <Poco/Thread.h>
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -35,6 +37,21 @@ public:
 };
 
 std::atomic<int> Counted::alive{0};
+
+/// Runs a function on a thread to its end.
+void runOn(Poco::Thread& thread, const std::function<void()>& function)
+{
+    class Body : public Poco::Runnable {
+    public:
+        explicit Body(const std::function<void()>& theFunction) : bodyFunction(theFunction) {}
+        void run() override { bodyFunction(); }
+
+    private:
+        const std::function<void()>& bodyFunction;
+    } body(function);
+    thread.start(body);
+    thread.join();
+}
 
 class ThreadWPipesTest : public testing::Test {
 protected:
@@ -181,11 +198,9 @@ TEST_F(ThreadWPipesTest, messagesLeftInTheQueueAreDeletedWithIt)
 TEST_F(ThreadWPipesTest, messagesLeftBehindWaitForTheNextRunOfTheThread)
 {
     std::vector<MessageTypeT> popped;
-    thread.startFunc([] {});
-    thread.join();
+    runOn(thread, [] {});
     push(4);
-    thread.startFunc([&] { popped = pop(); });
-    thread.join();
+    runOn(thread, [&] { popped = pop(); });
 
     EXPECT_THAT(popped, ElementsAre(4));
 }
@@ -195,10 +210,8 @@ TEST_F(ThreadWPipesTest, theThreadFindsItsOwnObject)
     Poco::Thread other;
     ThreadWPipes* foundByOwn = nullptr;
     ThreadWPipes* foundByOther = pipes.get();
-    thread.startFunc([&] { foundByOwn = ThreadWPipes::current(); });
-    other.startFunc([&] { foundByOther = ThreadWPipes::current(); });
-    thread.join();
-    other.join();
+    runOn(thread, [&] { foundByOwn = ThreadWPipes::current(); });
+    runOn(other, [&] { foundByOther = ThreadWPipes::current(); });
 
     EXPECT_EQ(pipes.get(), foundByOwn);
     EXPECT_EQ(nullptr, foundByOther);
@@ -209,8 +222,7 @@ TEST_F(ThreadWPipesTest, theObjectIsNotFoundAfterItsEnd)
 {
     ThreadWPipes* found = pipes.get();
     pipes.reset();
-    thread.startFunc([&] { found = ThreadWPipes::current(); });
-    thread.join();
+    runOn(thread, [&] { found = ThreadWPipes::current(); });
 
     EXPECT_EQ(nullptr, found);
 }

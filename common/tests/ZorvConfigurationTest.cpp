@@ -156,22 +156,22 @@ TEST_F(ZorvConfigurationTest, missingFile)
 
 TEST_F(ZorvConfigurationTest, directory)
 {
-    EXPECT_NE("", refusalOf("/tmp"));
+    EXPECT_EQ(" Cannot open file: not a file: /tmp", refusalOf("/tmp"));
 }
 
 TEST_F(ZorvConfigurationTest, emptyFile)
 {
-    EXPECT_EQ("1: no element found", refusal(""));
+    EXPECT_EQ("1: No element found in line 1 column 0", refusal(""));
 }
 
 TEST_F(ZorvConfigurationTest, malformedFilesAreRefusedWithTheLine)
 {
-    EXPECT_EQ("3: mismatched tag", refusal("<a>\n<b>\n</a>"));
-    EXPECT_EQ("2: no element found", refusal("<a>\n<b/>"));
-    EXPECT_EQ("1: not well-formed (invalid token)", refusal("this is no XML"));
-    EXPECT_EQ("1: not well-formed (invalid token)", refusal("<a>\x01</a>"));
-    EXPECT_EQ("2: junk after document element", refusal("<a/>\n<b/>"));
-    EXPECT_EQ("1: undefined entity", refusal("<a>&nothing;</a>"));
+    EXPECT_EQ("3: Tag mismatch in line 3 column 2", refusal("<a>\n<b>\n</a>"));
+    EXPECT_EQ("2: No element found in line 2 column 4", refusal("<a>\n<b/>"));
+    EXPECT_EQ("1: Syntax error in line 1 column 0", refusal("this is no XML"));
+    EXPECT_EQ("1: Invalid token in line 1 column 3", refusal("<a>\x01</a>"));
+    EXPECT_EQ("2: Junk after document element in line 2 column 0", refusal("<a/>\n<b/>"));
+    EXPECT_EQ("1: Undefined entity in line 1 column 3", refusal("<a>&nothing;</a>"));
 }
 
 TEST_F(ZorvConfigurationTest, nestingIsBounded)

@@ -1,8 +1,8 @@
 /**
  * FM notification, structure version 1: how an application raises, clears or sends an alarm.
  *
- * Both frameworks send the same structure, each under its own event type. A consumer filters by time: it is sent the
- * notifications that are younger than the given time (unsigned decimal, ns), retained ones included.
+ * Both frameworks send the same structure, each under its own event type. A consumer gives a time (unsigned decimal, ns) as
+ * filter: it is first sent the retained notifications that are younger, then all new ones.
  * Texts are C strings and the sender's; null reads as empty. Values are valid only during the consumer's callback.
  */
 #ifndef YALT_OAM_SPI_NOTIFICATION_FM_1_H

@@ -1,0 +1,35 @@
+/// The configuration of a node (docs/formats/node-configuration.md).
+///
+/// Failure: readNodeConfiguration throws InputError.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "services/log/RotatingFile.hpp"
+
+namespace ZorvNode {
+
+/// Paths are absolute.
+struct NodeConfiguration {
+    std::string file;  ///< the configuration file itself, which libraries read too
+    std::vector<std::string> libraries;
+    std::string model;
+    std::string runDirectory;
+    std::string logDirectory;
+    std::int32_t logLevel = 6;
+    Rotation logRotation;
+    Rotation traceRotation{10000000, 2};
+    std::map<std::string, std::int32_t> traceLevels;  ///< by group
+    std::size_t queueBound = 10000;
+    std::size_t consumerBound = 256;
+    std::size_t retainedNotifications = 1000;
+    std::size_t listBound = 64;
+    std::size_t itemBound = 100000;
+    std::size_t transactionBound = 1000;
+};
+
+NodeConfiguration readNodeConfiguration(const std::string& path);
+
+}  // namespace ZorvNode

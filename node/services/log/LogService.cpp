@@ -1,0 +1,67 @@
+#include "services/log/LogService.hpp"
+
+#include "services/log/LineText.hpp"
+
+namespace ZorvNode {
+
+namespace {
+
+std::string levelName(std::int32_t level)
+{
+    switch (level) {
+    case ZORV_LOG_ERROR:
+        return "ERROR";
+    case ZORV_LOG_WARNING:
+        return "WARNING";
+    case ZORV_LOG_NOTICE:
+        return "NOTICE";
+    case ZORV_LOG_INFORMATION:
+        return "INFORMATION";
+    default:
+        return "LEVEL " + std::to_string(level);
+    }
+}
+
+}  // namespace
+
+LogService::LogService(const std::string& directory, std::int32_t level, const Rotation& rotation)
+    : systemLevel(level),
+      alarmLevel(ZORV_LOG_INFORMATION),
+      systemLog(directory + "/SystemLog.log", rotation),
+      alarmLog(directory + "/FmAlarmLog.log", rotation)
+{
+}
+
+ZorvReturnT LogService::getLevel(const std::string& logName, const std::int32_t** level) const
+{
+    if (logName == ZORV_LOG_SYSTEM) {
+        *level = systemLevel.place();
+    } else if (logName == ZORV_LOG_ALARM) {
+        *level = alarmLevel.place();
+    } else {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    return ZORV_RETURN_OK;
+}
+
+ZorvReturnT LogService::write(const std::string& logName, std::int32_t level, const std::string& text)
+{
+    const std::int32_t* wanted = nullptr;
+    if (getLevel(logName, &wanted) != ZORV_RETURN_OK) {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    if (level > (logName == ZORV_LOG_SYSTEM ? systemLevel : alarmLevel).get()) {
+        return ZORV_RETURN_OK;
+    }
+    bool written = false;
+    if (logName == ZORV_LOG_SYSTEM) {
+        ++numberOfTexts;
+        written = systemLog.write(localTimeText() + " " + levelName(level) + " " + toLineText(text));
+    } else {
+        ++numberOfRecords;
+        written = alarmLog.write(text);
+    }
+    return written ? ZORV_RETURN_OK : ZORV_RETURN_FAILED;
+}
+
+}  // namespace ZorvNode

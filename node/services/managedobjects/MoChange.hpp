@@ -1,0 +1,36 @@
+/// What a transaction writes, and what has changed by it.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "YaltOamSpiCmEvent_1.h"
+#include "model/MoTree.hpp"
+#include "model/Model.hpp"
+
+namespace ZorvNode {
+
+/// One write on one object: its new state whole (created), one attribute (name and value), or its end (neither).
+struct MoWrite {
+    std::string dn;
+    MoInstanceT created;
+    MoNamedValue attribute;
+    bool bySystem = false;
+};
+
+/// One changed object, as configuration-change events tell it.
+struct MoChange {
+    YaltOamSpiCmEvent_ChangeTypeT type = YALT_CM_EVENT_ATTRIBUTES_CHANGED;
+    std::string dn;
+    std::vector<std::string> attributes;
+};
+
+/// Applies a write. False when it does not fit the tree: no such object, no parent, or it exists already.
+bool apply(const MoWrite& write, MoTree& tree);
+
+/// The differences of these objects between two trees, in the order given. Attributes that do not notify are left out.
+std::vector<MoChange> differences(const MoTree& before, const MoTree& after, const Model& model,
+                                  const std::vector<std::string>& dns);
+
+}  // namespace ZorvNode

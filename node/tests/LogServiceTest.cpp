@@ -1,0 +1,158 @@
+#include "services/log/LogService.hpp"
+
+#include <Poco/Glob.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "TemporaryDirectory.hpp"
+#include "services/log/LineText.hpp"
+
+namespace ZorvNode {
+
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
+
+class LogServiceTest : public ::testing::Test {
+protected:
+    LogServiceTest() : oldMask(umask(027)) {}
+    ~LogServiceTest() override { umask(oldMask); }
+
+    const mode_t oldMask;
+    ZorvTest::TemporaryDirectory directory;
+};
+
+TEST_F(LogServiceTest, aSystemLogLineHasTimeLevelAndText)
+{
+    LogService log(directory.path(), 6, {});
+
+    EXPECT_EQ(0, log.write("SystemLog", 4, "low voltage"));
+
+    EXPECT_THAT(directory.read("SystemLog.log"),
+                MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\\.[0-9]{3}[+-][0-9]{2}:[0-9]{2} WARNING low "
+                             "voltage\n"));
+}
+
+TEST_F(LogServiceTest, aTextCannotForgeALine)
+{
+    LogService log(directory.path(), 6, {});
+
+    log.write("SystemLog", 6, "a\n2024-01-01T00:00:00.000+00:00 ERROR forged\x1b[2K");
+
+    EXPECT_THAT(directory.read("SystemLog.log"),
+                ::testing::EndsWith("INFORMATION a\\n2024-01-01T00:00:00.000+00:00 ERROR forged\\x1B[2K\n"));
+}
+
+TEST_F(LogServiceTest, textsAboveTheLevelAreNotWritten)
+{
+    LogService log(directory.path(), 4, {});
+    const std::int32_t* level = nullptr;
+
+    EXPECT_EQ(0, log.write("SystemLog", 5, "not wanted"));
+
+    EXPECT_EQ(0, log.getLevel("SystemLog", &level));
+    EXPECT_EQ(4, *level);
+    EXPECT_EQ("", directory.read("SystemLog.log"));
+}
+
+TEST_F(LogServiceTest, alarmRecordsAreWrittenAsTheyAreWhateverTheSystemLogsLevel)
+{
+    LogService log(directory.path(), 3, {});
+
+    log.write("FmAlarmLog", 6, "<FmLogRecord>\n</FmLogRecord>");
+
+    EXPECT_EQ("<FmLogRecord>\n</FmLogRecord>\n", directory.read("FmAlarmLog.log"));
+}
+
+TEST_F(LogServiceTest, anUnknownLogIsNotFound)
+{
+    LogService log(directory.path(), 6, {});
+    const std::int32_t* level = nullptr;
+
+    EXPECT_EQ(-2, log.write("Diary", 6, "text"));
+    EXPECT_EQ(-2, log.getLevel("Diary", &level));
+}
+
+TEST_F(LogServiceTest, logFilesAreNotForEverybody)
+{
+    LogService log(directory.path(), 6, {});
+    log.write("SystemLog", 6, "text");
+    struct stat status {};
+
+    stat(directory.path("SystemLog.log").c_str(), &status);
+
+    EXPECT_EQ(0640U, status.st_mode & 0777U);
+}
+
+TEST_F(LogServiceTest, aFullFileIsPutAsideAndOldOnesGo)
+{
+    LogService log(directory.path(), 6, {1000, 2});
+
+    for (int count = 0; count < 60; ++count) {
+        log.write("FmAlarmLog", 6, std::string(99, 'x'));
+    }
+
+    std::set<std::string> files;
+    Poco::Glob::glob(directory.path("FmAlarmLog.log*"), files);
+    EXPECT_EQ(3U, files.size());
+    EXPECT_EQ(1000U, directory.read("FmAlarmLog.log.0").size());
+}
+
+TEST_F(LogServiceTest, aLogThatCannotBeWrittenIsToldOnceAndCounted)
+{
+    LogService log(directory.path("missing"), 6, {});
+    ::testing::internal::CaptureStderr();
+
+    EXPECT_EQ(-1, log.write("SystemLog", 6, "lost"));
+    EXPECT_EQ(-1, log.write("SystemLog", 6, "lost too"));
+
+    const std::string told = ::testing::internal::GetCapturedStderr();
+    EXPECT_THAT(told, StartsWith("zorvd: cannot write " + directory.path("missing/SystemLog.log") + ": "));
+    EXPECT_EQ(1, std::count(told.begin(), told.end(), '\n'));
+    EXPECT_EQ(2U, log.getNumberLost());
+}
+
+TEST_F(LogServiceTest, aLogIsWrittenAgainWhenItCanBe)
+{
+    LogService log(directory.path("later"), 6, {});
+    ::testing::internal::CaptureStderr();
+    log.write("FmAlarmLog", 6, "lost");
+    ::testing::internal::GetCapturedStderr();
+    Poco::File(directory.path("later")).createDirectories();
+
+    EXPECT_EQ(0, log.write("FmAlarmLog", 6, "kept"));
+
+    EXPECT_EQ("kept\n", directory.read("later/FmAlarmLog.log"));
+}
+
+TEST_F(LogServiceTest, aLogIsWrittenAgainWhenADiskThatWasFullHasRoom)
+{
+    LogService log(directory.path(), 6, {});
+    ASSERT_EQ(0, symlink("/dev/full", directory.path("FmAlarmLog.log").c_str()));
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(-1, log.write("FmAlarmLog", 6, "lost"));
+    ::testing::internal::GetCapturedStderr();
+    unlink(directory.path("FmAlarmLog.log").c_str());
+    directory.write("FmAlarmLog.log", "before\n");
+
+    EXPECT_EQ(0, log.write("FmAlarmLog", 6, "kept"));
+
+    EXPECT_EQ("before\nkept\n", directory.read("FmAlarmLog.log"));
+}
+
+TEST(LineTextTest, lineEndsOfUnicodeAreEscapedToo)
+{
+    EXPECT_EQ("a\\xC2\\x85b\\xE2\\x80\\xA8c\\x7F\\td", toLineText("a\xC2\x85"
+                                                                  "b\xE2\x80\xA8"
+                                                                  "c\x7F\td"));
+}
+
+TEST(LineTextTest, otherTextStaysAsItIs)
+{
+    EXPECT_EQ("L\xC3\xBC"
+              "fter \\ \xE2\x82\xAC",
+              toLineText("L\xC3\xBC"
+                         "fter \\ \xE2\x82\xAC"));
+}
+
+}  // namespace ZorvNode

@@ -1,0 +1,108 @@
+/// The example as a whole: an hour of an access router played into the real zorvd with the real library.
+///
+/// What is expected was worked out from the scenario and the alarm model, notification by notification, before it was
+/// compared with what the node does; see examples/access-router/README.md for why it is the same each time.
+
+#include <Poco/File.h>
+#include <Poco/RegularExpression.h>
+#include <Poco/String.h>
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "Process.hpp"
+#include "TemporaryDirectory.hpp"
+
+namespace ZorvTest {
+
+using ::testing::MatchesRegex;
+
+namespace {
+
+const std::string example = EXAMPLE;
+
+std::string readFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// Puts what belongs to this run in the place of what node.xml says.
+void setElement(std::string& document, const std::string& name, const std::string& value)
+{
+    const std::size_t begin = document.find("<" + name + ">") + name.size() + 2;
+    const std::size_t end = document.find("</" + name + ">", begin);
+    ASSERT_NE(std::string::npos, end) << name;
+    document.replace(begin, end - begin, value);
+}
+
+/// Senders of version 1 give no event time: the library stamps those with the monotonic clock, which begins in 1970.
+std::string withoutMonotonicTimes(std::string text)
+{
+    const Poco::RegularExpression time("19[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]+");
+    Poco::RegularExpression::Match match;
+    for (std::size_t position = 0; time.match(text, position, match) > 0; position = match.offset + match.length) {
+        text.replace(match.offset, match.length,
+                     Poco::translate(text.substr(match.offset, match.length), "0123456789", "##########"));
+    }
+    return text;
+}
+
+std::string withoutLogTimes(std::string text)
+{
+    Poco::RegularExpression("(?<=<LogTimestamp>)[^<]*(?=</LogTimestamp>)")
+        .subst(text, "time of writing", Poco::RegularExpression::RE_GLOBAL);
+    return text;
+}
+
+/// Expects the text of a file in expected/; a text that differs is left in the build folder, for diff.
+void expectText(const std::string& name, const std::string& actual)
+{
+    const std::string expected = readFile(std::string(EXPECTED) + "/" + name);
+    if (actual == expected) {
+        return;
+    }
+    Poco::File(ACTUAL).createDirectories();
+    const std::string left = std::string(ACTUAL) + "/" + name;
+    std::ofstream(left, std::ios::binary) << actual;
+    std::istringstream actualLines(actual);
+    std::istringstream expectedLines(expected);
+    std::string actualLine;
+    std::string expectedLine;
+    int number = 0;
+    do {
+        ++number;
+        actualLine = std::getline(actualLines, actualLine) ? actualLine : "(no more lines)";
+        expectedLine = std::getline(expectedLines, expectedLine) ? expectedLine : "(no more lines)";
+    } while (actualLine == expectedLine && actualLines && expectedLines);
+    EXPECT_EQ(expectedLine, actualLine) << name << ", line " << number << "; all of it is in " << left;
+}
+
+}  // namespace
+
+TEST(ExampleTranscriptTest, theBusyHourGivesTheNotificationsAlarmLogAndActiveAlarmsExpected)
+{
+    const TemporaryDirectory directory;
+    std::string configuration = readFile(example + "/node.xml");
+    setElement(configuration, "library", FM_LIBRARY);
+    setElement(configuration, "model", example + "/alarm-model.xml");
+    setElement(configuration, "runDirectory", directory.path("run"));
+    setElement(configuration, "logDirectory", directory.path("log"));
+    directory.write("node.xml", configuration);
+
+    const ProcessResult result =
+        runProcess({ZORVD, "--config", directory.path("node.xml"), "--play", example + "/busy-hour.jsonl", "--speed",
+                    "100000", "--follow", "--show-alarms"},
+                   {"TZ=UTC"});
+
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_THAT(result.err,
+                MatchesRegex("zorvd: played 2197 actions \\(1238 raises, 871 clears, 68 alerts\\) in [0-9.]+ s: "
+                             "282 alarm notifications northbound, 294 records in the alarm log, 0 events lost\n"));
+    expectText("busy-hour.northbound.txt", withoutMonotonicTimes(result.out));
+    expectText("busy-hour.alarmlog.txt", withoutMonotonicTimes(withoutLogTimes(directory.read("log/FmAlarmLog.log"))));
+}
+
+}  // namespace ZorvTest

@@ -1,0 +1,42 @@
+/// The files of a small node, in a folder of the test's own, each replaceable by a bad one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Process.hpp"
+#include "TemporaryDirectory.hpp"
+
+namespace ZorvTest {
+
+class NodeFiles {
+public:
+    NodeFiles()
+    {
+        writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so");
+        directory.write("model.xml", "<ZorvModel>\n<class name=\"Node\"/>\n<object dn=\"Node=1\"/>\n</ZorvModel>\n");
+        directory.write("play.jsonl", "{\"at\":0,\"suppress\":\"on\"}\n");
+    }
+
+    void writeConfiguration(const std::string& library) const
+    {
+        directory.write("node.xml", "<ZorvNode>\n<library>" + library +
+                                        "</library>\n<model>model.xml</model>\n<ZorvFmComponent/>\n</ZorvNode>\n");
+    }
+
+    std::string path(const std::string& name) const { return directory.path(name); }
+
+    /// The command line that plays the scenario, with further arguments behind it.
+    std::vector<std::string> command(const std::vector<std::string>& further = {}) const
+    {
+        std::vector<std::string> line = {ZORVD, "--config", path("node.xml")};
+        line.insert(line.end(), further.begin(), further.end());
+        return line;
+    }
+
+    ProcessResult play() const { return runProcess(command({"--play", path("play.jsonl")})); }
+
+    const TemporaryDirectory directory;
+};
+
+}  // namespace ZorvTest

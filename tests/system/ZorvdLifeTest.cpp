@@ -1,0 +1,130 @@
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include "NodeFiles.hpp"
+
+namespace ZorvTest {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class ZorvdLifeTest : public ::testing::Test {
+protected:
+    /// Waits until the node's own log says so.
+    bool awaitLog(const std::string& text) const
+    {
+        for (int attempt = 0; attempt < 1000; ++attempt) {
+            if (files.directory.read("run/log/SystemLog.log").find(text) != std::string::npos) {
+                return true;
+            }
+            usleep(10000);
+        }
+        return false;
+    }
+
+    NodeFiles files;
+};
+
+TEST_F(ZorvdLifeTest, aPlayEndsByItselfWithASummary)
+{
+    const ProcessResult result = files.play();
+
+    EXPECT_THAT(result.err, StartsWith("zorvd: played 1 actions (0 raises, 0 clears, 0 alerts) in "));
+    EXPECT_THAT(result.err,
+                EndsWith(" s: 0 alarm notifications northbound, 0 records in the alarm log, 0 events lost\n"));
+    EXPECT_EQ("", result.out);
+    EXPECT_EQ(0, result.exitCode);
+}
+
+TEST_F(ZorvdLifeTest, sigtermStopsTheComponentsInOrder)
+{
+    RunningProcess zorvd(files.command());
+    ASSERT_TRUE(awaitLog("node started"));
+
+    zorvd.signal(SIGTERM);
+    const ProcessResult result = zorvd.awaitEnd();
+
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_EQ("", result.err);
+    EXPECT_THAT(files.directory.read("run/log/SystemLog.log"),
+                HasSubstr("INFORMATION component BadComponent stopped\n"));
+    EXPECT_FALSE(Poco::File(files.path("run/zorvd.pid")).exists());
+}
+
+TEST_F(ZorvdLifeTest, sigintInterruptsAPlay)
+{
+    files.directory.write("play.jsonl", "{\"at\":3600,\"suppress\":\"on\"}\n");
+    RunningProcess zorvd(files.command({"--play", files.path("play.jsonl")}));
+    ASSERT_TRUE(awaitLog("node started"));
+
+    zorvd.signal(SIGINT);
+    const ProcessResult result = zorvd.awaitEnd();
+
+    EXPECT_EQ(0, result.exitCode);
+    EXPECT_THAT(result.err, StartsWith("zorvd: interrupted after 0 actions"));
+}
+
+TEST_F(ZorvdLifeTest, sighupRereadsTheModel)
+{
+    RunningProcess zorvd(files.command());
+    ASSERT_TRUE(awaitLog("node started"));
+
+    zorvd.signal(SIGHUP);
+
+    EXPECT_TRUE(zorvd.awaitError("zorvd: model reread\n"));
+}
+
+TEST_F(ZorvdLifeTest, aWrongModelAtSighupLeavesTheOneInUse)
+{
+    RunningProcess zorvd(files.command());
+    ASSERT_TRUE(awaitLog("node started"));
+    files.directory.write("model.xml", "<ZorvModel>\n<object dn=\"Node=1\"/></ZorvModel>");
+
+    zorvd.signal(SIGHUP);
+
+    EXPECT_TRUE(zorvd.awaitError("zorvd: the model in use stays: " + files.path("model.xml") +
+                                 ":2: unknown class, \"Node\"\n"));
+    zorvd.signal(SIGTERM);
+    EXPECT_EQ(0, zorvd.awaitEnd().exitCode);
+}
+
+TEST_F(ZorvdLifeTest, aRunDirectoryBelongsToOneNode)
+{
+    RunningProcess first(files.command());
+    ASSERT_TRUE(awaitLog("node started"));
+
+    const ProcessResult second = files.play();
+
+    EXPECT_EQ("zorvd: " + files.path("run/zorvd.pid") + ": another node runs in this directory\n", second.err);
+    EXPECT_EQ(1, second.exitCode);
+}
+
+TEST_F(ZorvdLifeTest, aRefusedActionEndsThePlayAsAFailure)
+{
+    files.directory.write("play.jsonl", "{\"at\":0,\"delete\":{\"dn\":\"Node=9\"}}\n");
+
+    const ProcessResult result = files.play();
+
+    EXPECT_EQ("zorvd: " + files.path("play.jsonl") + ":1: no such object, \"Node=9\"\n", result.err);
+    EXPECT_EQ(1, result.exitCode);
+}
+
+TEST_F(ZorvdLifeTest, helpTeachesWithExamplesAndExitCodes)
+{
+    const ProcessResult result = runProcess({ZORVD, "--help"});
+
+    EXPECT_THAT(result.out, HasSubstr("zorvd --config node.xml --play hour.jsonl --speed 600"));
+    EXPECT_THAT(result.out, HasSubstr("Exit codes:"));
+    EXPECT_EQ(0, result.exitCode);
+}
+
+TEST_F(ZorvdLifeTest, versionIsOneLine)
+{
+    const ProcessResult result = runProcess({ZORVD, "--version"});
+
+    EXPECT_EQ("zorvd " ZORV_VERSION "\n", result.out);
+    EXPECT_EQ(0, result.exitCode);
+}
+
+}  // namespace ZorvTest
