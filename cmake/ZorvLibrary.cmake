@@ -6,13 +6,6 @@
 # INCLUDES and LIBS reach whoever links it.
 function(zorv_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;INCLUDES;LIBS")
-    # FIRST HOURS: a library without sources yet
-    if(NOT arg_SOURCES)
-        add_library(${name} INTERFACE)
-        target_include_directories(${name} INTERFACE ${arg_INCLUDES})
-        target_link_libraries(${name} INTERFACE ${arg_LIBS})
-        return()
-    endif()
     zorv_refuse_unparsed(zorv_add_library ${name})
 
     add_library(${name} STATIC ${arg_SOURCES})
@@ -28,10 +21,6 @@ endfunction()
 function(zorv_add_plugin name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "MAP" "SOURCES;LIBS;EXPORTS")
     zorv_refuse_unparsed(zorv_add_plugin ${name})
-    # FIRST HOURS: a plug-in whose first source is not there yet
-    if(NOT EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/src/EntryPoints.cpp")
-        return()
-    endif()
     cmake_path(ABSOLUTE_PATH arg_MAP BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
 
     add_library(${name} SHARED ${arg_SOURCES})

@@ -12,10 +12,6 @@ function(zorv_add_test name)
     endif()
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL;TIMEOUT"
         "SOURCES;LIBS;INCLUDES;DEFINITIONS;LINK_OPTIONS;DEPENDS;PROPERTIES")
-    # FIRST HOURS: a test without sources yet
-    if(NOT arg_SOURCES)
-        return()
-    endif()
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "zorv_add_test(${name}): not understood: ${arg_UNPARSED_ARGUMENTS}")
     endif()

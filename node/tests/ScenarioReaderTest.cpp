@@ -32,7 +32,7 @@ TEST_F(ScenarioReaderTest, aRaiseHasItsDefaults)
     EXPECT_EQ(FmFramework::yalt, it.framework);
     EXPECT_EQ(4, it.version);
     EXPECT_EQ("Port=4", it.dn);
-    EXPECT_EQ(193U, it.majorType);
+    EXPECT_EQ(32473U, it.majorType);
     EXPECT_EQ(9U, it.minorType);
     EXPECT_EQ(4, it.severity);
     EXPECT_EQ("", it.text);
