@@ -31,7 +31,7 @@ void AlarmList::initialize()
     const Lock lock(*this);
     clearAlarms();
     currentList.open();
-    legacyList.open();
+    legacyList.openLike(currentList);
     createReplicatedList(currentList);
     bool legacyIsEmpty = false;
     if (legacyList.isEmpty(legacyIsEmpty, false) == ZORV_RETURN_OK && !legacyIsEmpty &&
@@ -111,8 +111,9 @@ void AlarmList::saveAlarm(Alarm& alarm)
 
 void AlarmList::saveAlarm(Alarm& alarm, const ReplicatedList& list)
 {
-    // clang-format off: the assertion's text is known outside, its blanks are not to be tidied
-    assert(alarm.alarmId > 0);
+    // The assertion's text is known outside, its blanks are not to be tidied.
+    // clang-format off
+    assert(alarm.alarmId>0);
     // clang-format on
     const Lock lock(*this);
     if (index.contains(alarm)) {
@@ -147,11 +148,13 @@ Alarm* AlarmList::findAlarm(const AlarmData& identity)
 void AlarmList::findAlarms(const AlarmData& pattern, std::list<Alarm*>& found)
 {
     const Lock lock(*this);
-    index.findAll(pattern, found);
-    if (found.empty()) {
-        findMatching(pattern, found);
+    std::list<Alarm*> matching;
+    index.findAll(pattern, matching);
+    if (matching.empty()) {
+        findMatching(pattern, matching);
     }
-    ZORV_TRACE("Found %d alarms", static_cast<int>(found.size()));
+    ZORV_TRACE("Found %d alarms", static_cast<int>(matching.size()));
+    found.splice(found.end(), matching);
 }
 
 void AlarmList::findMatching(const AlarmData& pattern, std::list<Alarm*>& found) const

@@ -14,7 +14,10 @@ AlarmListWalk::AlarmListWalk(const ReplicatedList& walkedList) : list(walkedList
 
 AlarmListWalk::~AlarmListWalk()
 {
-    finalize();
+    if (opened) {
+        const ZorvReturnT result = list.finalize(ref);
+        ZORV_TRACE("Response from listGetFinalize of list %s: %d", list.getName(), result);
+    }
 }
 
 bool AlarmListWalk::next(ZorvMwSpiListNameT& itemName, StoredAlarmT& data)
@@ -27,20 +30,9 @@ bool AlarmListWalk::next(ZorvMwSpiListNameT& itemName, StoredAlarmT& data)
     ZORV_TRACE("listGetNextItemFront, %d", result);
     if (result != ZORV_RETURN_OK) {
         ZORV_ERROR("Retval from listGetNextItemFront: %d", result);
-        finalize();
         throw Zorv::ZorvException("Retval from listGetNextItemFront: %d", result);
     }
     return true;
-}
-
-void AlarmListWalk::finalize()
-{
-    if (!opened || finalized) {
-        return;
-    }
-    finalized = true;
-    const ZorvReturnT result = list.finalize(ref);
-    ZORV_TRACE("Response from listGetFinalize of list %s: %d", list.getName(), result);
 }
 
 }  // namespace ZorvFm

@@ -24,14 +24,10 @@ public:
     /// The next item. False at the end.
     bool next(ZorvMwSpiListNameT& itemName, StoredAlarmT& data);
 
-    /// Ends the iteration; the destructor does it otherwise.
-    void finalize();
-
 private:
     const ReplicatedList& list;
     ZorvMwSpiListRefT ref = nullptr;
     bool opened = false;
-    bool finalized = false;
 };
 
 }  // namespace ZorvFm

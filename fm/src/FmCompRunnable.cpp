@@ -16,6 +16,22 @@
 #include "ZorvException.hpp"
 
 namespace ZorvFm {
+namespace {
+
+/// True as long as the object lives, by whichever way that ends.
+class FlagScope {
+public:
+    explicit FlagScope(std::atomic<bool>& scopeFlag) : flag(scopeFlag) { flag = true; }
+    ~FlagScope() { flag = false; }
+
+    FlagScope(const FlagScope&) = delete;
+    FlagScope& operator=(const FlagScope&) = delete;
+
+private:
+    std::atomic<bool>& flag;
+};
+
+}  // namespace
 
 /// What a batch holds besides the messages that are handled at once.
 struct FmCompRunnable::Batch {
@@ -39,7 +55,7 @@ void FmCompRunnable::start()
 
 void FmCompRunnable::run()
 {
-    running = true;
+    const FlagScope scope(running);
     pipes = Zorv::ThreadWPipes::current();
     begun.set();
     try {
@@ -51,7 +67,6 @@ void FmCompRunnable::run()
     } catch (const Zorv::ZorvException& e) {
         ZORV_ERROR("Caught exception during fm comp start: %s.", e.what());
     }
-    running = false;
 }
 
 FmTimeSource& FmCompRunnable::getTimeSource()

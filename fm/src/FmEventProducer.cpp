@@ -1,6 +1,7 @@
 #include "FmEventProducer.hpp"
 
 #include <chrono>
+#include <memory>
 #include <thread>
 
 namespace ZorvFm {
@@ -13,8 +14,9 @@ constexpr std::chrono::milliseconds consumerPause{100};
 template <class ProducerT, class EventT>
 void pushAndRelease(ProducerT& producer, EventT* event)
 {
+    const auto release = [](EventT* pushed) { pushed->releaseRef(); };
+    const std::unique_ptr<EventT, decltype(release)> owned(event, release);
     producer.push(*event);
-    event->releaseRef();
 }
 
 }  // namespace

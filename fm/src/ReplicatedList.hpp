@@ -19,6 +19,9 @@ public:
     /// Finds the service.
     void open();
 
+    /// Takes the service that another list has found.
+    void openLike(const ReplicatedList& other) { service = other.service; }
+
     const char* getName() const { return name.value; }
 
     ZorvReturnT create(std::uint32_t itemSize) const;

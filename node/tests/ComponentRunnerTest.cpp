@@ -127,4 +127,45 @@ TEST_F(ComponentRunnerTest, aRequiredInterfaceThatNobodyProvidesRefusesTheStart)
     EXPECT_THAT(calls, ElementsAre("start 1 1", "start 2 1", "stop 2 2", "stop 1 2"));
 }
 
+TEST_F(ComponentRunnerTest, aRequiredInterfaceMayComeFromAComponentThatStartsLater)
+{
+    const ZorvMgmtSpiInterface_1 wanted = {"Offering", "ZorvMwSpiLog", "1"};
+    const ZorvMgmtSpiInterface_1* const one[] = {&wanted, nullptr};
+    ZorvMgmtSpiComponent_1T demanding = component<1>;
+    demanding.componentName = "Demanding";
+    demanding.requiredInterfaces = one;
+    ZorvMgmtSpiComponent_1T offering = component<2>;
+    offering.componentName = "Offering";
+    offering.offeredInterfaces = one;
+    offering.getInterface = [](const ZorvMgmtSpiInterface_1* identity) -> const void* { return identity; };
+    portal.registerComponent(&demanding);
+    portal.registerComponent(&offering);
+
+    EXPECT_EQ("started", startFailure());
+}
+
+TEST_F(ComponentRunnerTest, anOptionalInterfaceMayBeMissing)
+{
+    const ZorvMgmtSpiInterface_1 wanted = {nullptr, "ZorvMwSpiLog", "1"};
+    const ZorvMgmtSpiInterface_1* const optional[] = {&wanted, nullptr};
+    ZorvMgmtSpiComponent_1T modest = component<1>;
+    modest.componentName = "Modest";
+    modest.optionalInterfaces = optional;
+    portal.registerComponent(&modest);
+
+    EXPECT_EQ("started", startFailure());
+}
+
+TEST_F(ComponentRunnerTest, aFailedStartMayBeTriedAgain)
+{
+    secondStarts = -1;
+    startFailure();
+    secondStarts = 0;
+    calls.clear();
+
+    EXPECT_EQ("started", startFailure());
+
+    EXPECT_THAT(calls, ElementsAre("start 1 1", "start 2 1"));
+}
+
 }  // namespace ZorvNode

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
 #include "ZorvMgmtSpiPortal_1.h"
 #include "ZorvMgmtSpiPortal_3.h"
 #include "portal/PortalTables.hpp"
@@ -91,11 +93,113 @@ TEST_F(InterfacePortalTest, aNameIsRegisteredOnce)
 
 TEST_F(InterfacePortalTest, incompleteDescriptorsAreRefused)
 {
-    ZorvMgmtSpiComponent_1T incomplete = component;
-    incomplete.requiredInterfaces = nullptr;
+    std::vector<ZorvMgmtSpiComponent_1T> incomplete(8, component);
+    incomplete[0].componentName = nullptr;
+    incomplete[1].componentName = "";
+    incomplete[2].offeredInterfaces = nullptr;
+    incomplete[3].requiredInterfaces = nullptr;
+    incomplete[4].optionalInterfaces = nullptr;
+    incomplete[5].start = nullptr;
+    incomplete[6].stop = nullptr;
+    incomplete[7].getInterface = nullptr;
 
     EXPECT_EQ(-1, portal.registerComponent(nullptr));
-    EXPECT_EQ(-1, portal.registerComponent(&incomplete));
+    for (const ZorvMgmtSpiComponent_1T& descriptor : incomplete) {
+        EXPECT_EQ(-1, portal.registerComponent(&descriptor));
+    }
+    EXPECT_THAT(portal.getComponents(), ::testing::IsEmpty());
+}
+
+TEST_F(InterfacePortalTest, onlyTheDescriptorItselfIsUnregistered)
+{
+    const ZorvMgmtSpiComponent_1T equal = component;
+    portal.registerComponent(&component);
+
+    EXPECT_EQ(-2, portal.unregisterComponent(&equal));
+    EXPECT_EQ(-2, portal.unregisterComponent(nullptr));
+
+    EXPECT_THAT(portal.getComponents(), ::testing::ElementsAre(&component));
+}
+
+TEST_F(InterfacePortalTest, componentsKeepTheOrderOfTheirRegistration)
+{
+    ZorvMgmtSpiComponent_1T second = component;
+    second.componentName = "A";
+    ZorvMgmtSpiComponent_1T third = component;
+    third.componentName = "B";
+    portal.registerComponent(&component);
+    portal.registerComponent(&second);
+    portal.registerComponent(&third);
+
+    portal.unregisterComponent(&second);
+    portal.registerComponent(&second);
+
+    EXPECT_THAT(portal.getComponents(), ::testing::ElementsAre(&component, &third, &second));
+}
+
+TEST_F(InterfacePortalTest, refusedNamesAreToldOnce)
+{
+    portal.registerComponent(&component);
+    portal.registerComponent(&component);
+
+    EXPECT_THAT(portal.takeRefusedNames(), ::testing::ElementsAre("Fm"));
+    EXPECT_THAT(portal.takeRefusedNames(), ::testing::IsEmpty());
+}
+
+TEST_F(InterfacePortalTest, aComponentThatIsGoneOffersNothing)
+{
+    portal.registerComponent(&component);
+    portal.unregisterComponent(&component);
+
+    EXPECT_EQ(nullptr, find("Fm", "YaltOamSpiManagedObject", "3"));
+    EXPECT_EQ(nullptr, find(nullptr, "YaltOamSpiManagedObject", nullptr));
+}
+
+TEST_F(InterfacePortalTest, whoeverHasNoTableIsPassedOver)
+{
+    ZorvMgmtSpiComponent_1T silent = component;
+    silent.componentName = "Silent";
+    silent.getInterface = [](const ZorvMgmtSpiInterface_1*) -> const void* { return nullptr; };
+    portal.registerComponent(&silent);
+    portal.registerComponent(&component);
+
+    EXPECT_EQ(nullptr, find("Silent", "YaltOamSpiManagedObject", "3"));
+    EXPECT_EQ(&offeredTable, find(nullptr, "YaltOamSpiManagedObject", "3"));
+}
+
+TEST_F(InterfacePortalTest, aComponentMayUseThePortalWhenItIsAsked)
+{
+    const PortalTables tables(portal);
+    ZorvMgmtSpiComponent_1T curious = component;
+    curious.componentName = "Curious";
+    curious.getInterface = [](const ZorvMgmtSpiInterface_1*) {
+        const auto* one = static_cast<const ZorvMgmtSpiPortal_1T*>(PortalTables::accessor()->getPortal("1"));
+        const void* table = nullptr;
+        EXPECT_EQ(0, one->getInterface("ZorvNode", "ZorvMwSpiLog", "1", &table));
+        return table;
+    };
+    portal.provide("ZorvNode", "ZorvMwSpiLog", "1", &logService);
+    portal.registerComponent(&curious);
+
+    EXPECT_EQ(&logService, find("Curious", "YaltOamSpiManagedObject", "3"));
+}
+
+TEST_F(InterfacePortalTest, interfacesAreFoundWhileComponentsComeAndGo)
+{
+    portal.provide("ZorvNode", "ZorvMwSpiLog", "1", &logService);
+    std::thread registering([this] {
+        for (int round = 0; round < 500; ++round) {
+            EXPECT_EQ(0, portal.registerComponent(&component));
+            EXPECT_EQ(0, portal.unregisterComponent(&component));
+        }
+    });
+
+    for (int round = 0; round < 500; ++round) {
+        EXPECT_EQ(&logService, find(nullptr, "ZorvMwSpiLog", "1"));
+        find("Fm", "YaltOamSpiManagedObject", "3");
+    }
+
+    registering.join();
 }
 
 TEST_F(InterfacePortalTest, theAccessorKnowsVersionsOneAndThree)

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Layout.h"
+#include "AllInterfaces.h"
 
 // Names and numbers that travel between programs: applications, library, middleware and clients agree on them.
 

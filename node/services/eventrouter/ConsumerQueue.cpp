@@ -1,7 +1,6 @@
 #include "services/eventrouter/ConsumerQueue.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace ZorvNode {
@@ -39,13 +38,16 @@ ConsumerQueue::Push ConsumerQueue::push(Delivery delivery)
     return Push::taken;
 }
 
-std::vector<Delivery> ConsumerQueue::takeOut(const std::function<bool(const Delivery&)>& fits)
+std::optional<Delivery> ConsumerQueue::takeOut(const std::function<bool(const Delivery&)>& fits)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    const auto rest = std::stable_partition(waiting.begin(), waiting.end(),
-                                            [&fits](const Delivery& delivery) { return !fits(delivery); });
-    std::vector<Delivery> taken(std::make_move_iterator(rest), std::make_move_iterator(waiting.end()));
-    waiting.erase(rest, waiting.end());
+    const auto found = std::find_if(waiting.begin(), waiting.end(), fits);
+    if (found == waiting.end()) {
+        return std::nullopt;
+    }
+    std::optional<Delivery> taken(std::move(*found));
+    waiting.erase(found);
+    taken->producer->calls.enter();
     return taken;
 }
 

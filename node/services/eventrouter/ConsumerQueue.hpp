@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -41,8 +42,9 @@ public:
     /// fullFirst: the first refusal of a burst; the burst ends when the queue is half empty.
     Push push(Delivery delivery);
 
-    /// Takes out the waiting deliveries that fit, in order.
-    std::vector<Delivery> takeOut(const std::function<bool(const Delivery&)>& fits);
+    /// Takes out the first waiting delivery that fits. It counts as a call of its producer until the caller has handed it
+    /// back and left the call.
+    std::optional<Delivery> takeOut(const std::function<bool(const Delivery&)>& fits);
 
     /// Takes nothing in any more and lets the thread end after the callback that runs.
     void close();

@@ -280,11 +280,13 @@ bool EventRouter::waitUntilCallbacksEnded(std::chrono::milliseconds bound)
     return true;
 }
 
+/// One by one, so that a producer that leaves meanwhile finds what still waits and hands it back itself.
 void EventRouter::handBack(const ConsumerT& consumer, const std::function<bool(const Delivery&)>& fits)
 {
-    for (const Delivery& delivery : consumer->takeOut(fits)) {
+    while (const auto delivery = consumer->takeOut(fits)) {
         ++statistics.dropped;
-        delivery.producer->doneWithValue(delivery.subscription->eventType, delivery.value);
+        delivery->producer->doneWithValue(delivery->subscription->eventType, delivery->value);
+        delivery->producer->calls.leave();
         handedBack();
     }
 }
@@ -338,10 +340,11 @@ std::vector<EventRouter::ProducerT> EventRouter::announcers(const std::string& e
     return found;
 }
 
+/// Those that are leaving included.
 std::vector<EventRouter::ConsumerT> EventRouter::allConsumers() const
 {
     const SharedLockT lock(mutex);
-    std::vector<ConsumerT> all;
+    std::vector<ConsumerT> all = leaving;
     for (const auto& [id, consumer] : consumers) {
         all.push_back(consumer);
     }

@@ -64,11 +64,11 @@ TEST_F(FakeManagedObjectsTest, nothingIsReadOutsideATransaction)
 {
     bool exists = false;
     uint64_t number = 0;
-    EXPECT_EQ("-1", read(99, "Port=1", "number"));
-    EXPECT_EQ(-1, spi.existsMo(99, "Port=1", &exists));
-    EXPECT_EQ(-1, spi.newMoIterator(99, "", "Port", &number));
-    EXPECT_EQ(-1, spi.countMoChildren(99, "", "Port", &number));
-    EXPECT_EQ(-1, write(99, "Port=1", "number", MoValue::uint32(6)));
+    EXPECT_EQ("-2", read(99, "Port=1", "number"));
+    EXPECT_EQ(-2, spi.existsMo(99, "Port=1", &exists));
+    EXPECT_EQ(-2, spi.newMoIterator(99, "", "Port", &number));
+    EXPECT_EQ(-2, spi.countMoChildren(99, "", "Port", &number));
+    EXPECT_EQ(-2, write(99, "Port=1", "number", MoValue::uint32(6)));
 }
 
 TEST_F(FakeManagedObjectsTest, writesAreSeenInsideAtOnceAndOutsideAfterTheCommit)

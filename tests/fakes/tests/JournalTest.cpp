@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <future>
 #include <thread>
 
 using testing::ElementsAre;
@@ -54,13 +55,32 @@ TEST_F(JournalTest, topicsAreShownAndHiddenOneByOne)
 
 TEST_F(JournalTest, waitsForWhatAnotherThreadDoes)
 {
-    std::thread writer([this] {
+    std::promise<void> looked;
+    std::thread writer([&] {
+        looked.get_future().wait();
         journal.record(Topic::Log, "before");
         journal.record(Topic::Log, "awaited");
     });
+    int looks = 0;
+    const auto began = std::chrono::steady_clock::now();
+
+    EXPECT_TRUE(journal.waitFor([&](const Journal::Entries& all) {
+        if (++looks == 1) {
+            looked.set_value();
+        }
+        return all.size() == 2;
+    }));
+
+    EXPECT_LT(std::chrono::steady_clock::now() - began, Journal::patience);
+    writer.join();
+}
+
+TEST_F(JournalTest, oneEntryIsAwaitedWhole)
+{
+    journal.record(Topic::Log, "first");
+    journal.record(Topic::Log, "awaited");
 
     EXPECT_TRUE(journal.waitForEntry("awaited"));
-    writer.join();
 }
 
 TEST_F(JournalTest, waitsNoLongerThanItsBound)

@@ -1,10 +1,8 @@
 /**
- * All published interfaces, and what the two languages make of their layout.
+ * All published interfaces.
  */
-#ifndef ZORV_LAYOUT_H
-#define ZORV_LAYOUT_H
-
-#include <stddef.h>
+#ifndef ZORV_ALL_INTERFACES_H
+#define ZORV_ALL_INTERFACES_H
 
 #include "YaltMwSpiTrace_1.h"
 #include "YaltNameValuePair.h"
@@ -36,22 +34,5 @@
 #include "ZorvOamSpiTransactionMaster_1.h"
 #include "ZorvReturn.h"
 #include "ZorvStateChangeReason.h"
-
-#ifdef __cplusplus
-extern "C" {
-#endif
-
-/** A size, or an offset, under the name of the type or "type.member". */
-typedef struct ZorvLayoutEntry {
-    const char* name;
-    size_t value;
-} ZorvLayoutEntry;
-
-/** The layout as the C compiler sees it. */
-const ZorvLayoutEntry* zorvLayoutInC(size_t* numberOfEntries);
-
-#ifdef __cplusplus
-}
-#endif
 
 #endif
