@@ -39,7 +39,7 @@ public:
     template <class ValueT>
     ValueT getAttr(const std::string& dn, const std::string& attribute);
 
-    /// No value where getAttr would throw.
+    /// No value where the attribute has none; any other failure throws, as it does in getAttr.
     template <class ValueT>
     std::optional<ValueT> getOptionalAttr(const std::string& dn, const std::string& attribute);
 

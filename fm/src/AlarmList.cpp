@@ -43,7 +43,7 @@ void AlarmList::initialize()
     for (std::unique_ptr<Alarm>& alarm : recovered) {
         assignAlarmId(*alarm);  // one that a damaged item has lost; the others keep theirs
         index.add(*alarm);
-        alarm.release();
+        static_cast<void>(alarm.release());
     }
 }
 

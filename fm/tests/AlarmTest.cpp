@@ -50,10 +50,15 @@ TEST_F(AlarmTest, aNewOneTogglesAsConfiguredAtItsBeginning)
 
 // --- Copies
 
+Alarm copyOf(const Alarm& source)
+{
+    return source;
+}
+
 TEST_F(AlarmTest, aCopyHasAllFields)
 {
     const Alarm source = alarmInState(AlarmState::ACTIVE);
-    const Alarm copy(source);
+    const Alarm copy = copyOf(source);
 
     EXPECT_EQ(allFields(source), allFields(copy));
     EXPECT_EQ(source.toString(), copy.toString());
@@ -73,7 +78,7 @@ TEST_F(AlarmTest, aCopyHasAFilterStateOfItsOwn)
 TEST_F(AlarmTest, aCopyOfATogglingAlarmSaysSoOnce)
 {
     const Alarm source = alarmInState(AlarmState::ACTIVE_TOGGLING);
-    const Alarm copy(source);
+    const Alarm copy = copyOf(source);
 
     EXPECT_TRUE(copy.isToggling());
     EXPECT_EQ("Link down again", copy.getAdditionalTextBasic());
@@ -85,7 +90,7 @@ TEST_F(AlarmTest, aCopyIsNotInTheList)
     Alarm source = alarmInState(AlarmState::ACTIVE);
     source.place.position = 4;
     source.place.isCounted = true;
-    const Alarm copy(source);
+    const Alarm copy = copyOf(source);
 
     EXPECT_EQ(0u, copy.place.position);
     EXPECT_FALSE(copy.place.isCounted);
