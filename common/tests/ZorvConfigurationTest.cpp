@@ -1,13 +1,11 @@
 #include "ZorvConfiguration.hpp"
 
-#include <Poco/File.h>
-#include <Poco/FileStream.h>
-#include <Poco/TemporaryFile.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <string>
 
+#include "TemporaryDirectory.hpp"
 #include "ZorvException.hpp"
 
 namespace Zorv {
@@ -15,17 +13,7 @@ namespace {
 
 class ZorvConfigurationTest : public testing::Test {
 protected:
-    ZorvConfigurationTest() : fileName(Poco::TemporaryFile::tempName()) {}
-
-    ~ZorvConfigurationTest() override
-    {
-        Poco::File file(fileName);
-        if (file.exists()) {
-            file.remove();
-        }
-    }
-
-    void write(const std::string& text) const { Poco::FileOutputStream(fileName) << text; }
+    void write(const std::string& text) const { directory.write("configuration.xml", text); }
 
     /// The reason for a refused file, without the name; empty when it is accepted.
     std::string refusal(const std::string& text)
@@ -57,7 +45,8 @@ protected:
         return ZorvConfiguration::getElementValue(static_cast<Poco::XML::Element&>(*elements->item(0)), child);
     }
 
-    const std::string fileName;
+    const ZorvTest::TemporaryDirectory directory;
+    const std::string fileName = directory.path("configuration.xml");
     ZorvConfiguration configuration;
 };
 

@@ -31,7 +31,7 @@ protected:
     {
         NotificationT one{};
         one.dn = "ManagedElement=1,Port=4";
-        one.majorType = 193;
+        one.majorType = 32473;
         one.minorType = 4294967295;
         one.additionalText = "Link down";
         one.severity = YALT_FM_SEVERITY_MAJOR;
@@ -43,7 +43,7 @@ protected:
     {
         AlarmData alarm;
         alarm.dn = "ManagedElement=1,Port=4";
-        alarm.majorType = 193;
+        alarm.majorType = 32473;
         alarm.minorType = 4294967295;
         alarm.originalAdditionalText = "Link down";
         alarm.severity = YALT_FM_SEVERITY_MAJOR;
@@ -98,8 +98,8 @@ TYPED_TEST(AlarmDataFromNotificationTest, nullAndEmptyDnAreToldAndAccepted)
         EXPECT_EQ(allFields(expected), allFields(AlarmData(notification)));
         EXPECT_THAT(
             this->journal(),
-            ElementsAre("log 3 Received notification contains no source DN: major 193, minor = 4294967295",
-                        "trace 3 FM Received notification contains no source DN: major 193, minor = 4294967295"));
+            ElementsAre("log 3 Received notification contains no source DN: major 32473, minor = 4294967295",
+                        "trace 3 FM Received notification contains no source DN: major 32473, minor = 4294967295"));
     }
 }
 

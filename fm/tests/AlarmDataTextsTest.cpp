@@ -174,7 +174,7 @@ TEST(AlarmTextTest, toStringOfANewOne)
 
 TEST(AlarmTextTest, toStringShowsTheFieldsInOrder)
 {
-    EXPECT_EQ("dn=ManagedElement=1,Slot=2,Port=4; majorType=193; minorType=2031617; additionalText=Link down again; "
+    EXPECT_EQ("dn=ManagedElement=1,Slot=2,Port=4; majorType=32473; minorType=4097; additionalText=Link down again; "
               "severity=4; specificProblem=Link failure; seqNo=17; eventTime=1700000000123456789; stateful=1; "
               "eventType=2; probableCause=14; originalSeqNo=11; originalAdditionalText=Link down; originalSeverity=3; "
               "originalEventTime=1690000000000000001; alarmId=6; additionalInfoSize=2; slot; two; port; four",
@@ -230,7 +230,7 @@ TEST_F(AlarmLogRecordTest, ofAnAlarm)
     EXPECT_EQ(
         "<FmLogRecord>\n"
         "   <LogTimestamp>2025-06-15T17:06:40.456+02:00</LogTimestamp>\n"
-        "   <Alarm>1;2023-11-14T23:13:20.123+01:00;ManagedElement=1,Slot=2,Port=4;193;2031617;Link failure;14;"
+        "   <Alarm>1;2023-11-14T23:13:20.123+01:00;ManagedElement=1,Slot=2,Port=4;32473;4097;Link failure;14;"
         "MAJOR;Link down again;17;COMMUNICATIONSALARM;2023-07-22T06:26:40.000+02:00;MINOR;Link down;11;2;slot;two;"
         "port;four</Alarm>\n"
         "</FmLogRecord>",
@@ -247,7 +247,7 @@ TEST_F(AlarmLogRecordTest, ofAnAlertWithoutInformation)
     EXPECT_EQ(
         "<FmLogRecord>\n"
         "   <LogTimestamp>2025-06-15T17:06:40.456+02:00</LogTimestamp>\n"
-        "   <Alert>0;2023-11-14T23:13:20.123+01:00;ManagedElement=1,Slot=2,Port=4;193;2031617;Link failure;14;"
+        "   <Alert>0;2023-11-14T23:13:20.123+01:00;ManagedElement=1,Slot=2,Port=4;32473;4097;Link failure;14;"
         "MAJOR;Link down again;17;COMMUNICATIONSALARM;2023-07-22T06:26:40.000+02:00;MINOR;Link down;11;0</Alert>\n"
         "</FmLogRecord>",
         alert.toLogString());

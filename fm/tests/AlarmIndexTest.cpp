@@ -54,7 +54,7 @@ protected:
 TEST_F(AlarmIndexTest, beginsEmpty)
 {
     EXPECT_THAT(index.getAlarms(), IsEmpty());
-    EXPECT_THAT(index.getAlarmsOfType(193, 7), IsEmpty());
+    EXPECT_THAT(index.getAlarmsOfType(32473, 7), IsEmpty());
     EXPECT_THAT(index.getChangingAlarms(), IsEmpty());
     EXPECT_EQ("0: 0 0 0 0", toText(index.getSummary()));
     EXPECT_EQ(nullptr, index.find(fullAlarm()));

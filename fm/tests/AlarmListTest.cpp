@@ -194,7 +194,7 @@ TEST_F(AlarmListTest, anAlarmWithoutIdIsNotSaved)
 
 TEST_F(AlarmListTest, textsAreNoFormats)
 {
-    Alarm* alarm = list.createAlarm(anAlarm("%s%n", 193, 7, "%s"));
+    Alarm* alarm = list.createAlarm(anAlarm("%s%n", 32473, 7, "%s"));
     middleware.lists.failNext("listPushBack", -1);
     journal();
     list.saveAlarm(*alarm);
@@ -229,7 +229,7 @@ TEST_F(AlarmListTest, aLongerTextIsCutAt999Characters)
 
 TEST_F(AlarmListTest, aShorterTextLeavesNothingOfTheLongerOne)
 {
-    Alarm* alarm = savedAlarm(anAlarm("A", 193, 7, std::string(300, 'x')));
+    Alarm* alarm = savedAlarm(anAlarm("A", 32473, 7, std::string(300, 'x')));
     alarm->setAdditionalText("");
     list.saveAlarm(*alarm);
     std::string expected = alarm->serialize_v2();

@@ -68,7 +68,7 @@ protected:
 /// An alarm whose first item has so many characters, when its id is a digit.
 inline AlarmData alarmOfStoredLength(std::size_t length)
 {
-    AlarmData data = anAlarm("A", 193, 7);
+    AlarmData data = anAlarm("A", 32473, 7);
     data.originalSeqNo = 0;
     data.seqNo = 1;
     const auto stored = [&] {

@@ -15,8 +15,8 @@ inline AlarmData fullAlarm()
 {
     AlarmData alarm;
     alarm.dn = "ManagedElement=1,Slot=2,Port=4";
-    alarm.majorType = 193;
-    alarm.minorType = 2031617;
+    alarm.majorType = 32473;
+    alarm.minorType = 4097;
     alarm.originalAdditionalText = "Link down";
     alarm.severity = YALT_FM_SEVERITY_MAJOR;
     alarm.originalSeverity = YALT_FM_SEVERITY_MINOR;
@@ -83,7 +83,7 @@ inline AlarmData randomAlarm(Dice& dice)
 }
 
 /// The alarm of one identity, and of one text that tells it from its twins.
-inline AlarmData anAlarm(const std::string& dn, std::uint32_t majorType = 193, std::uint32_t minorType = 7,
+inline AlarmData anAlarm(const std::string& dn, std::uint32_t majorType = 32473, std::uint32_t minorType = 7,
                          const std::string& text = "")
 {
     AlarmData alarm = fullAlarm();

@@ -12,7 +12,7 @@ namespace {
 
 /// fullAlarm() in state 5, field by field.
 constexpr const char* fullText =
-    "TWFuYWdlZEVsZW1lbnQ9MSxTbG90PTIsUG9ydD00;193;2031617;TGluayBkb3duIGFnYWlu;TGluayB1cA==;"
+    "TWFuYWdlZEVsZW1lbnQ9MSxTbG90PTIsUG9ydD00;32473;4097;TGluayBkb3duIGFnYWlu;TGluayB1cA==;"
     "4;TGluayBmYWlsdXJl;17;1700000000123456789;2;14;11;TGluayBkb3du;3;1690000000000000001;5;"
     "1700000001000000002;6;2;c2xvdA==;dHdv;cG9ydA==;Zm91cg==";
 

@@ -25,8 +25,8 @@ TEST_F(FmAlarmAttributesTest, everyAttributeHasItsTypeAndValue)
     EXPECT_EQ("4 17", attribute("sequenceNumber"));
     EXPECT_EQ("12 4", attribute("activeSeverity"));
     EXPECT_EQ("9 'Link down again'", attribute("additionalText"));
-    EXPECT_EQ("7 193", attribute("majorType"));
-    EXPECT_EQ("7 2031617", attribute("minorType"));
+    EXPECT_EQ("7 32473", attribute("majorType"));
+    EXPECT_EQ("7 4097", attribute("minorType"));
     EXPECT_EQ("9 'Link failure'", attribute("specificProblem"));
     EXPECT_EQ("7 14", attribute("probableCause"));
     EXPECT_EQ("11 [{name='slot' value='two'}, {name='port' value='four'}]", attribute("additionalInfo"));

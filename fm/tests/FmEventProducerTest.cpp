@@ -120,7 +120,7 @@ TEST_F(FmEventProducerTest, anAlarmGoesToTheConsumersOfVersion3AndThenToThoseOfV
 
     EXPECT_EQ(0, producer.sendNotification(fullAlarm()));
 
-    const std::string block = "{dn='ManagedElement=1,Slot=2,Port=4' majorType=193 minorType=2031617 "
+    const std::string block = "{dn='ManagedElement=1,Slot=2,Port=4' majorType=32473 minorType=4097 "
                               "eventTime=1700000000123456789 additionalText='Link down again' severity=4 "
                               "additionalInfo=['slot'='two','port'='four']} stateful=true seqNo=17 eventType=2 "
                               "probableCause=14 specificProblem='Link failure' ";

@@ -68,7 +68,7 @@ TEST(FmNotificationsTest, version3CarriesTheAlarmId)
 {
     Held<AlarmNotification> event(fullAlarm());
 
-    EXPECT_EQ("{dn='ManagedElement=1,Slot=2,Port=4' majorType=193 minorType=2031617 eventTime=1700000000123456789 "
+    EXPECT_EQ("{dn='ManagedElement=1,Slot=2,Port=4' majorType=32473 minorType=4097 eventTime=1700000000123456789 "
               "additionalText='Link down again' severity=4 additionalInfo=['slot'='two','port'='four']} stateful=true "
               "seqNo=17 eventType=2 probableCause=14 specificProblem='Link failure' alarmId=6 "
               "originalEventTime=1690000000000000001 originalAdditionalText='Link down' originalSeverity=3",
@@ -79,7 +79,7 @@ TEST(FmNotificationsTest, version2CarriesTheOriginalSequenceNumberInItsPlace)
 {
     Held<AlarmNotificationV2> event(fullAlarm());
 
-    EXPECT_EQ("{dn='ManagedElement=1,Slot=2,Port=4' majorType=193 minorType=2031617 eventTime=1700000000123456789 "
+    EXPECT_EQ("{dn='ManagedElement=1,Slot=2,Port=4' majorType=32473 minorType=4097 eventTime=1700000000123456789 "
               "additionalText='Link down again' severity=4 additionalInfo=['slot'='two','port'='four']} stateful=true "
               "seqNo=17 eventType=2 probableCause=14 specificProblem='Link failure' originalSeqNo=11 "
               "originalEventTime=1690000000000000001 originalAdditionalText='Link down' originalSeverity=3",
@@ -159,7 +159,7 @@ TEST(FmNotificationsTest, theTextFormsOfBothVersions)
     Held<AlarmNotification> version3(fullAlarm());
     Held<AlarmNotificationV2> version2(fullAlarm());
 
-    const std::string head = "{dn=ManagedElement=1,Slot=2,Port=4;majorType=193;minorType=2031617;"
+    const std::string head = "{dn=ManagedElement=1,Slot=2,Port=4;majorType=32473;minorType=4097;"
                              "additionalText=Link down again;severity=4;eventTime=1700000000123456789};stateful=1;"
                              "seqNo=17;eventType=2;probableCause=14;specificProblem=Link failure;";
     const std::string tail = ";originalEventTime=1690000000000000001;originalAdditionalText=Link down;"
@@ -176,7 +176,7 @@ TEST(FmNotificationsTest, theTextFormsWithoutAdditionalInformation)
     Held<AlarmNotification> version3(alarm);
     Held<AlarmNotificationV2> version2(alarm);
 
-    const std::string head = "{dn=ManagedElement=1,Slot=2,Port=4;majorType=193;minorType=2031617;"
+    const std::string head = "{dn=ManagedElement=1,Slot=2,Port=4;majorType=32473;minorType=4097;"
                              "additionalText=Link down again;severity=-1;eventTime=1700000000123456789};stateful=0;"
                              "seqNo=17;eventType=2;probableCause=14;specificProblem=Link failure;";
     const std::string tail = ";originalEventTime=1690000000000000001;originalAdditionalText=Link down;"
@@ -188,8 +188,7 @@ TEST(FmNotificationsTest, theTextFormsWithoutAdditionalInformation)
 TEST(FmNotificationsTest, aNullTextEndsTheTextForm)
 {
     Held<AlarmNotification> event(withoutInfo());
-    const std::string upToTheText =
-        "{dn=ManagedElement=1,Slot=2,Port=4;majorType=193;minorType=2031617;additionalText=";
+    const std::string upToTheText = "{dn=ManagedElement=1,Slot=2,Port=4;majorType=32473;minorType=4097;additionalText=";
 
     char* const specificProblem = std::exchange(event->specificProblem, nullptr);
     EXPECT_EQ(upToTheText + "Link down again;severity=4;eventTime=1700000000123456789};stateful=1;seqNo=17;"

@@ -1,5 +1,6 @@
 #include "services/log/LogService.hpp"
 
+#include <Poco/File.h>
 #include <Poco/Glob.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <signal.h>
 
+#include <filesystem>
+
 #include "NodeFiles.hpp"
 
 namespace ZorvTest {
@@ -49,7 +51,7 @@ TEST_F(ZorvdLifeTest, sigtermStopsTheComponentsInOrder)
     EXPECT_EQ("", result.err);
     EXPECT_THAT(files.directory.read("run/log/SystemLog.log"),
                 HasSubstr("INFORMATION component BadComponent stopped\n"));
-    EXPECT_FALSE(Poco::File(files.path("run/zorvd.pid")).exists());
+    EXPECT_FALSE(std::filesystem::exists(files.path("run/zorvd.pid")));
 }
 
 TEST_F(ZorvdLifeTest, sigintInterruptsAPlay)
