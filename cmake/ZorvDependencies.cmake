@@ -3,6 +3,7 @@
 find_package(Threads REQUIRED)
 find_package(Poco REQUIRED COMPONENTS Foundation XML JSON Util Net)
 find_package(Re2 REQUIRED)
+find_package(SQLite3 REQUIRED)
 
 if(BUILD_TESTING)
     find_package(GTest REQUIRED)

@@ -35,6 +35,15 @@ protected:
 
     int tick(AlarmState& state) const { return state.tick(middleware.clock.monotonic()); }
 
+    /// Ticks say nothing up to the last nanosecond of this time, and then the result.
+    void expectAfter(std::chrono::nanoseconds time, AlarmState& state, int result)
+    {
+        middleware.clock.advance(time - 1ns);
+        EXPECT_EQ(ALARM_UNCHANGED, tick(state));
+        middleware.clock.advance(1ns);
+        EXPECT_EQ(result, tick(state));
+    }
+
     /// One activation, without filters: the state that the raise leads to, and the ceased one afterwards.
     int raiseAndTick(AlarmState& state) const
     {
@@ -102,15 +111,30 @@ TEST_F(AlarmStateTest, whatEachStateMeans)
 
 // --- The events by state
 
-struct EventRow {
-    int state;
-    int next;
-    std::vector<std::string> journal;
+class AlarmEventTest : public AlarmStateTest {
+protected:
+    struct Row {
+        int state;
+        int next;
+        std::vector<std::string> journal;
+    };
+
+    void expectEvents(void (AlarmState::*event)(), const std::vector<Row>& rows)
+    {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(row.state);
+            AlarmState state = inState(row.state);
+            (state.*event)();
+
+            EXPECT_EQ(row.next, state.getState());
+            EXPECT_EQ(row.journal, journal());
+        }
+    }
 };
 
-TEST_F(AlarmStateTest, raiseByState)
+TEST_F(AlarmEventTest, raiseByState)
 {
-    const EventRow rows[] = {
+    const std::vector<Row> rows = {
         {0, 1, {}},
         {1, 1, {"log 4 Unexpected alarm raise in state 1", "trace 4 FM Unexpected alarm raise in state 1"}},
         {2, 2, {}},
@@ -120,19 +144,12 @@ TEST_F(AlarmStateTest, raiseByState)
         {6, 1, {}},
         {7, 7, {"log 4 Unexpected alarm raise in state 7", "trace 4 FM Unexpected alarm raise in state 7"}},
         {-1, -1, {"log 4 Unexpected alarm raise in state -1", "trace 4 FM Unexpected alarm raise in state -1"}}};
-    for (const EventRow& row : rows) {
-        SCOPED_TRACE(row.state);
-        AlarmState state = inState(row.state);
-        state.raise();
-
-        EXPECT_EQ(row.next, state.getState());
-        EXPECT_EQ(row.journal, journal());
-    }
+    expectEvents(&AlarmState::raise, rows);
 }
 
-TEST_F(AlarmStateTest, clearByState)
+TEST_F(AlarmEventTest, clearByState)
 {
-    const EventRow rows[] = {
+    const std::vector<Row> rows = {
         {0, 0, {"log 4 Unexpected alarm cease in state 0", "trace 4 FM Unexpected alarm cease in state 0"}},
         {1, 6, {"trace 8 FM Alarm ceased before transient raise timer expired, alarm is dropped, 1"}},
         {2, 5, {}},
@@ -142,14 +159,7 @@ TEST_F(AlarmStateTest, clearByState)
         {6, 6, {"log 4 Unexpected alarm cease in state 6", "trace 4 FM Unexpected alarm cease in state 6"}},
         {7, 7, {"log 4 Unexpected alarm cease in state 7", "trace 4 FM Unexpected alarm cease in state 7"}},
         {-1, -1, {"log 4 Unexpected alarm cease in state -1", "trace 4 FM Unexpected alarm cease in state -1"}}};
-    for (const EventRow& row : rows) {
-        SCOPED_TRACE(row.state);
-        AlarmState state = inState(row.state);
-        state.clear();
-
-        EXPECT_EQ(row.next, state.getState());
-        EXPECT_EQ(row.journal, journal());
-    }
+    expectEvents(&AlarmState::clear, rows);
 }
 
 struct TickRow {
@@ -240,10 +250,7 @@ TEST_F(AlarmStateTest, aRaiseThatCancelsACeaseLeavesTheTimer)
         state.raise();
         state.setState(pending);
 
-        middleware.clock.advance(1s - 1ns);
-        EXPECT_EQ(ALARM_UNCHANGED, tick(state));
-        middleware.clock.advance(1ns);
-        EXPECT_EQ(ALARM_CLEARED, tick(state));
+        expectAfter(1s, state, ALARM_CLEARED);
     }
 }
 
@@ -255,18 +262,12 @@ TEST_F(AlarmStateTest, anUnexpectedEventLeavesTheTimer)
     state.raise();
     middleware.clock.advance(4s);
     state.raise();
-    middleware.clock.advance(1s - 1ns);
-    EXPECT_EQ(ALARM_UNCHANGED, tick(state));
-    middleware.clock.advance(1ns);
-    EXPECT_EQ(ALARM_ACTIVATED, tick(state));
+    expectAfter(1s, state, ALARM_ACTIVATED);
 
     state.clear();
     middleware.clock.advance(4s);
     state.clear();
-    middleware.clock.advance(1s - 1ns);
-    EXPECT_EQ(ALARM_UNCHANGED, tick(state));
-    middleware.clock.advance(1ns);
-    EXPECT_EQ(ALARM_CLEARED, tick(state));
+    expectAfter(1s, state, ALARM_CLEARED);
 }
 
 TEST_F(AlarmStateTest, aTickGoesByTheTimeItIsGiven)
@@ -381,10 +382,7 @@ TEST_F(AlarmTogglingTest, theActivationCountsAtTheTimeOfItsTick)
     state.clear();
     ASSERT_EQ(ALARM_CLEARED, tick(state));
 
-    middleware.clock.advance(60s - 1ns);
-    EXPECT_EQ(ALARM_UNCHANGED, tick(state));
-    middleware.clock.advance(1ns);
-    EXPECT_EQ(ALARM_TO_DELETE, tick(state));
+    expectAfter(60s, state, ALARM_TO_DELETE);
 }
 
 TEST_F(AlarmTogglingTest, aCeasedAlarmIsKeptUntilItsLastActivationHasLeftTheWindow)
@@ -396,10 +394,7 @@ TEST_F(AlarmTogglingTest, aCeasedAlarmIsKeptUntilItsLastActivationHasLeftTheWind
     raiseAndTick(state);
     clearAndTick(state);
 
-    middleware.clock.advance(60s - 1ns);
-    EXPECT_EQ(ALARM_UNCHANGED, tick(state));
-    middleware.clock.advance(1ns);
-    EXPECT_EQ(ALARM_TO_DELETE, tick(state));
+    expectAfter(60s, state, ALARM_TO_DELETE);
     EXPECT_EQ(AlarmState::CEASED, state.getState());
     EXPECT_EQ(ALARM_TO_DELETE, tick(state));
 }

@@ -11,18 +11,9 @@ namespace {
 
 class FmAlarmHandlerClearTest : public HandlerTest {
 protected:
-    /// Raises one alarm that is reported at once; it gets the id 1 and the number 1. Its item is item2.
-    void raiseOne()
-    {
-        start();
-        send(linkDown());
-        journal();
-    }
-
     const std::string port1 = "ManagedElement=1,Port=1";
     const std::string port2 = "ManagedElement=1,Port=2";
     const std::string port3 = "ManagedElement=1,Port=3";
-    const ReferenceAlarm active = listed(linkDown(), 2, 1, 1, 1);
 };
 
 // --- Without filters
@@ -282,9 +273,7 @@ TEST_F(FmAlarmHandlerClearTest, aTickAfterTheFilterTimeReportsTheCeaseWithItsOwn
 TEST_F(FmAlarmHandlerClearTest, aRaiseThatIsCeasedInItsFilterIsNeverReported)
 {
     config.transientRaiseAlarmFilterTime = 5 * second;
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
     pass(2 * second);
 
     send(linkUp());

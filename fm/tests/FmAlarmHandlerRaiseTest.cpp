@@ -85,9 +85,7 @@ TEST_F(FmAlarmHandlerRaiseTest, additionalInformationIsReportedAndStoredInItsOrd
 
 TEST_F(FmAlarmHandlerRaiseTest, aSecondRaiseOfTheIdentityTakesTheUpdatePath)
 {
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
 
     send(linkDown());
 
@@ -98,9 +96,7 @@ TEST_F(FmAlarmHandlerRaiseTest, aSecondRaiseOfTheIdentityTakesTheUpdatePath)
 
 TEST_F(FmAlarmHandlerRaiseTest, eachIdentityIsAnAlarmOfItsOwn)
 {
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
     ReferenceAlarm otherDn = linkDown("ManagedElement=1,Port=2");
     ReferenceAlarm otherMajor = linkDown();
     otherMajor.majorType = 2;
@@ -197,9 +193,7 @@ TEST_F(FmAlarmHandlerRaiseTest, aRaiseInItsFilterIsStoredAndNotReported)
 TEST_F(FmAlarmHandlerRaiseTest, aTickAfterTheFilterTimeReportsIt)
 {
     config.transientRaiseAlarmFilterTime = 5 * second;
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
 
     pass(4 * second);
     tick();
@@ -255,9 +249,7 @@ TEST_F(FmAlarmHandlerRaiseTest, anAlarmThatCannotBeStoredIsReportedAllTheSame)
 
 TEST_F(FmAlarmHandlerRaiseTest, aStatusThatCannotBeReplacedStopsNothing)
 {
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
     middleware.lists.failNext("listReplaceItem FmStatusSection", ZORV_RETURN_FAILED);
 
     send(linkDown("ManagedElement=1,Port=2"));

@@ -179,9 +179,7 @@ TEST_F(FmAlarmHandlerSummaryTest, whatIsDroppedLeavesNothingToWrite)
 
 TEST_F(FmAlarmHandlerSummaryTest, aFailedWriteIsLoggedAndTriedAgain)
 {
-    start();
-    send(linkDown());
-    journal();
+    raiseOne();
     middleware.transactions.failNext("commitTransaction", ZORV_RETURN_FAILED);
     const Entries writes = {"createTransaction 1 60 -> 0", set("lastSequenceNo", "1"),
                             set("lastChanged", "'2023-11-14T22:13:15.000+00:00'"), set("totalActive", "1"),

@@ -28,7 +28,6 @@ protected:
         return all({{"log 5 Suppressing alarm: " + Reference::debugLine(alarm)}, recordOf(alarm)});
     }
 
-    const Entries contentsDiffer = {"log 5 Same alarm but new severity, additional text or additional info."};
     const Entries rebuilt = {"notify ZorvOamApiFmAlarmListRebuiltEventType_3 consumer=1003 filter=[] noData=0 -> 0",
                              "notify ZorvOamApiFmAlarmListRebuiltEventType_2 consumer=1004 filter=[] noData=0 -> 0"};
 };

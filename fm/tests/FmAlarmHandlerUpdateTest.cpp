@@ -11,14 +11,6 @@ namespace {
 
 class FmAlarmHandlerUpdateTest : public HandlerTest {
 protected:
-    /// Raises one alarm: id 1, its item is item2, or item1 when it is not reported at once.
-    void raiseOne()
-    {
-        start();
-        send(linkDown());
-        journal();
-    }
-
     /// The same notification two seconds later.
     static ReferenceAlarm repeated()
     {
@@ -43,9 +35,6 @@ protected:
     {
         return all({{"log 5 Dropping alarm: " + Reference::debugLine(notification)}, statusReplaced()});
     }
-
-    const Entries contentsDiffer = {"log 5 Same alarm but new severity, additional text or additional info."};
-    const ReferenceAlarm active = listed(linkDown(), 2, 1, 1, 1);
 };
 
 // --- An active alarm, the same contents

@@ -316,6 +316,21 @@ TEST_F(FmConfigTest, tracesWhatItUses)
                                        "trace 8 FM releasing component list", "trace 8 FM  << "));
 }
 
+TEST_F(FmConfigTest, tracesEveryDefaultThatItUses)
+{
+    middleware.journal.showOnly({Topic::Trace});
+
+    load("");
+
+    const std::string usingDefault = "trace 8 FM Using default value for parameter ";
+    EXPECT_THAT(journal(),
+                ElementsAre("trace 8 FM  >> \n" + fileName, "trace 8 FM ZorvFmComponent tag found",
+                            usingDefault + "alarmToggleSilentTimeout", usingDefault + "transientRaiseAlarmFilterTime",
+                            usingDefault + "transientCeaseAlarmFilterTime", usingDefault + "alarmToggleTriggerCount",
+                            usingDefault + "alarmToggleWindowSize", usingDefault + "reuseAdditionalTextFromAalAtClear",
+                            "trace 8 FM releasing component list", "trace 8 FM  << "));
+}
+
 TEST_F(FmConfigTest, tracesAFalseBoolean)
 {
     middleware.journal.showOnly({Topic::Trace});

@@ -140,6 +140,13 @@ void HandlerTest::send(const ReferenceAlarm& notification)
     handler->handleAlarmNotif(data);
 }
 
+void HandlerTest::raiseOne()
+{
+    start();
+    send(linkDown());
+    journal();
+}
+
 void HandlerTest::tick()
 {
     pass(second / 2);

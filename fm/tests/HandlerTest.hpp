@@ -58,6 +58,11 @@ protected:
     static AlarmData dataOf(const ReferenceAlarm& alarm);
 
     void send(const ReferenceAlarm& notification);
+
+    /// Brings alarm handling up and raises one alarm, out of the journal's sight: id 1, its item is item2, or item1 when it
+    /// is not reported at once.
+    void raiseOne();
+
     void pass(std::uint64_t nanoseconds) { middleware.clock.advance(std::chrono::nanoseconds(nanoseconds)); }
 
     /// Half a second later a round of ticks.
@@ -87,6 +92,11 @@ protected:
 
     /// The stored alarms.
     Entries stored() const { return middleware.lists.items("FmActiveAlarmList2"); }
+
+    /// What raiseOne makes when no filter holds it back.
+    const ReferenceAlarm active = listed(linkDown(), 2, 1, 1, 1);
+
+    const Entries contentsDiffer = {"log 5 Same alarm but new severity, additional text or additional info."};
 
     FmConfig config;
     MOConnector connector;

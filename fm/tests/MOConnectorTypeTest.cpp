@@ -1,9 +1,12 @@
 /// How notifications are completed from the alarm models.
 #include "ConnectorTest.hpp"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 using ZorvFakes::MoValue;
 using ZorvFakes::Topic;
 using ZorvFakes::FmJournal::all;
@@ -452,11 +455,14 @@ TEST_F(MOConnectorTypeTest, anAdditionalTextThatCannotBeReadIsTracedOnly)
 {
     const std::string typeDn = plantType(type(1, 7, true, 5, "Link failure", 14, "", 3));
     middleware.objects.removeAttribute(typeDn, "additionalText");
-    middleware.journal.showOnly({Topic::Log});
+    middleware.journal.showOnly({Topic::Log, Topic::Trace});
 
     EXPECT_EQ("alarm 5 14 'Link failure' severity=5 originalSeverity=3", modelValues(completed(notification())));
 
-    EXPECT_THAT(journal(), IsEmpty());
+    const Entries entries = journal();
+    EXPECT_THAT(entries, Contains("trace 8 FM No additional text in '" + typeDn +
+                                  "', reason Failed to write 'additionalText' from MO ( error:-2 )!"));
+    EXPECT_THAT(entries, Not(Contains(StartsWith("log "))));
     EXPECT_NE(nullptr, connector.findAlarmType(notification()));
 }
 

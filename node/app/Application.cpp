@@ -8,12 +8,14 @@
 #include <sstream>
 
 #include "ZorvMwSpiLog_1.h"
+#include "app/DirectoryLock.hpp"
 #include "app/ExitCode.hpp"
-#include "app/RunLock.hpp"
 #include "files/InputError.hpp"
 #include "northbound/ActiveAlarmTable.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 namespace {
 
@@ -34,12 +36,23 @@ std::string summaryText(const PlaySummary& summary, const Node& node, std::chron
     return text.str();
 }
 
+/// Null when the node keeps no state.
+std::unique_ptr<DirectoryLock> lockState(const StoreSettings& store)
+{
+    if (store.kind == StoreKind::memory) {
+        return nullptr;
+    }
+    makePrivateDirectory(store.directory);
+    return std::make_unique<DirectoryLock>(store.directory, "zorv.lock");
+}
+
 }  // namespace
 
 int Application::run()
 {
     try {
-        const NodeConfiguration configuration = readNodeConfiguration(options.config);
+        NodeConfiguration configuration = readNodeConfiguration(options.config);
+        configuration.store.acceptEmpty = options.acceptEmpty;
         ModelFile model = readModel(configuration.model);
         std::optional<Scenario> scenario;
         if (!options.play.empty()) {
@@ -47,7 +60,8 @@ int Application::run()
         }
         Poco::File(configuration.runDirectory).createDirectories();
         Poco::File(configuration.logDirectory).createDirectories();
-        const RunLock lock(configuration.runDirectory);
+        const DirectoryLock runLock(configuration.runDirectory, "zorvd.pid");
+        const auto stateLock = lockState(configuration.store);
         runNode(configuration, std::move(model), scenario);
     } catch (const InputError& e) {
         tell(e.what());

@@ -4,7 +4,7 @@
 /// reverse, components first; a library with a thread still in it stays mapped.
 ///
 /// Threads:   one thread constructs, starts, stops and destroys it.
-/// Failure:   start throws LoadError or StartError after it has backed out.
+/// Failure:   the constructor throws StoreError; start throws LoadError or StartError after it has backed out.
 #pragma once
 
 #include <memory>
@@ -26,7 +26,7 @@
 #include "services/replicatedlist/ReplicatedListTable.hpp"
 #include "services/trace/TraceTable.hpp"
 #include "services/transactions/TransactionTables.hpp"
-#include "stores/MemoryListStorage.hpp"
+#include "stores/StateStore.hpp"
 
 namespace ZorvNode {
 
@@ -62,7 +62,7 @@ public:
     CmEventPublisher cmEvents;
     ManagedObjectService objects;
     ManagementClient management;
-    MemoryListStorage listStorage;
+    StateStore state;
     ReplicatedListService lists;
 
 private:

@@ -55,6 +55,8 @@ std::optional<Options> readOptions(int argc, char** argv, int& exitCode)
         ->needs(play);
     app.add_flag("--follow", options.follow, "Print northbound notifications, one line each");
     app.add_flag("--show-alarms", options.showAlarms, "Print the active alarms after the play")->needs(play);
+    app.add_flag("--accept-empty", options.acceptEmpty,
+                 "If the store of lists is damaged, set its file aside and begin with empty lists");
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& e) {

@@ -12,6 +12,7 @@ struct Options {
     double speed = 1;
     bool follow = false;
     bool showAlarms = false;
+    bool acceptEmpty = false;  ///< a damaged store is set aside
 };
 
 /// None when there is nothing to run: help or version was asked for, or the line is wrong; exitCode tells which.

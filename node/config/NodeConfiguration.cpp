@@ -12,6 +12,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 std::uint64_t parseNumber(const std::string& what, const std::string& text, std::uint64_t low, std::uint64_t high)
@@ -53,6 +55,7 @@ private:
                      {"model", [&](const XmlElement& it) { to.model = path(it); }},
                      {"runDirectory", [&](const XmlElement& it) { to.runDirectory = path(it); }},
                      {"logDirectory", [&](const XmlElement& it) { to.logDirectory = path(it); }},
+                     {"stateDirectory", [&](const XmlElement& it) { to.store.directory = path(it); }},
                      {"log", [&](const XmlElement& it) { readLog(it); }},
                      {"trace", [&](const XmlElement& it) { readTrace(it); }},
                      {"eventRouter", [&](const XmlElement& it) { readEventRouter(it); }},
@@ -87,7 +90,11 @@ private:
     void readLog(const XmlElement& element)
     {
         SectionT section = rotation("log/", configuration.logRotation);
-        section["level"] = [this](const XmlElement& it) { configuration.logLevel = level(it); };
+        section["level"] = choice("log/level: not error, warning, notice or information", configuration.logLevel,
+                                  std::map<std::string, std::int32_t>{{"error", ZORV_LOG_ERROR},
+                                                                      {"warning", ZORV_LOG_WARNING},
+                                                                      {"notice", ZORV_LOG_NOTICE},
+                                                                      {"information", ZORV_LOG_INFORMATION}});
         readSection(element, "log/", section);
     }
 
@@ -109,9 +116,14 @@ private:
 
     void readReplicatedLists(const XmlElement& element)
     {
-        readSection(element, "replicatedLists/",
-                    {{"listBound", number("replicatedLists/listBound", configuration.listBound, 1, 100000)},
-                     {"itemBound", number("replicatedLists/itemBound", configuration.itemBound, 1, 10000000)}});
+        readSection(
+            element, "replicatedLists/",
+            {{"listBound", number("replicatedLists/listBound", configuration.listBound, 1, 100000)},
+             {"itemBound", number("replicatedLists/itemBound", configuration.itemBound, 1, 10000000)},
+             {"store", choice("replicatedLists/store: not sqlite or memory", configuration.store.kind,
+                              {{"sqlite", StoreKind::sqlite}, {"memory", StoreKind::memory}})},
+             {"durability", choice("replicatedLists/durability: not process or power", configuration.store.durability,
+                                   {{"process", Durability::process}, {"power", Durability::power}})}});
     }
 
     void readManagedObjects(const XmlElement& element)
@@ -146,18 +158,17 @@ private:
         };
     }
 
-    static std::int32_t level(const XmlElement& element)
+    template <class ValueT>
+    static ElementReaderT choice(const std::string& otherwise, ValueT& to, const std::map<std::string, ValueT>& values)
     {
-        static const std::map<std::string, std::int32_t> levels = {{"error", ZORV_LOG_ERROR},
-                                                                   {"warning", ZORV_LOG_WARNING},
-                                                                   {"notice", ZORV_LOG_NOTICE},
-                                                                   {"information", ZORV_LOG_INFORMATION}};
-        const std::string text = trimmed(element.text);
-        const auto found = levels.find(text);
-        if (found == levels.end()) {
-            throw ValueError("log/level: not error, warning, notice or information", text);
-        }
-        return found->second;
+        return [=, &to](const XmlElement& element) {
+            const std::string text = trimmed(element.text);
+            const auto found = values.find(text);
+            if (found == values.end()) {
+                throw ValueError(otherwise, text);
+            }
+            to = found->second;
+        };
     }
 
     std::string path(const XmlElement& element) const
@@ -204,6 +215,9 @@ private:
         }
         if (configuration.logDirectory.empty()) {
             configuration.logDirectory = configuration.runDirectory + "/log";
+        }
+        if (configuration.store.directory.empty()) {
+            configuration.store.directory = configuration.runDirectory + "/state";
         }
     }
 

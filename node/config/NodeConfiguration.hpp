@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "services/log/RotatingFile.hpp"
+#include "stores/StoreSettings.hpp"
 
 namespace ZorvNode {
 
@@ -27,6 +28,7 @@ struct NodeConfiguration {
     std::size_t retainedNotifications = 1000;
     std::size_t listBound = 64;
     std::size_t itemBound = 100000;
+    StoreSettings store;
     std::size_t transactionBound = 1000;
 };
 

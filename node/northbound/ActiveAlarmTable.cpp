@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "files/LineText.hpp"
 #include "model/Dn.hpp"
 #include "model/ValueText.hpp"
-#include "services/log/LineText.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 namespace {
 

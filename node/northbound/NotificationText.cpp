@@ -11,9 +11,11 @@
 #include "ZorvOamApiFmHeartbeat_3.h"
 #include "ZorvOamApiFmNotification_2.h"
 #include "ZorvOamApiFmNotification_3.h"
-#include "services/log/LineText.hpp"
+#include "files/LineText.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 namespace {
 

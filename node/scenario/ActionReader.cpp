@@ -11,6 +11,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 using ArrayT = Poco::JSON::Array::Ptr;

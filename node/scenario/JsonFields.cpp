@@ -10,6 +10,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 std::string shortNumber(double number)

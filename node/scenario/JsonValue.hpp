@@ -9,6 +9,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 /// null is no value, an array a sequence, an object a structure.
 MoValue fromJson(const AttributeDescription& attribute, const Poco::Dynamic::Var& json);
 

@@ -9,6 +9,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 constexpr double finalQuietSeconds = 1.5;

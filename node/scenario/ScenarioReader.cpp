@@ -14,6 +14,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 /// The parser alone would take a great deal more for a time.

@@ -1,43 +1,64 @@
 #include "stores/MemoryListStorage.hpp"
 
+#include <algorithm>
+
 namespace ZorvNode {
 
 namespace {
 
-using LockT = std::lock_guard<std::mutex>;
+using WriterT = std::lock_guard<std::mutex>;
+using ChangeT = std::lock_guard<std::shared_mutex>;
+using ReaderT = std::shared_lock<std::shared_mutex>;
 
-ListDataT bytes(const void* data, std::uint32_t size)
+const std::uint8_t* bytes(const void* data)
 {
-    const auto* first = static_cast<const std::uint8_t*>(data);
-    return ListDataT(first, first + size);
+    return static_cast<const std::uint8_t*>(data);
 }
 
 }  // namespace
 
+// Memory is taken before a change is recorded: nothing fails behind the record.
+
 ZorvReturnT MemoryListStorage::create(const std::string& list, std::uint32_t itemSize)
 {
-    const LockT lock(mutex);
+    const WriterT writer(writing);
     if (find(list) != nullptr) {
         return ZORV_RETURN_EXISTS;
     }
-    if (lists.size() >= limits.lists || itemSize > limits.itemSize) {
+    if (contents.lists.size() >= limits.lists || itemSize > limits.itemSize) {
         return ZORV_RETURN_NO_RESOURCES;
     }
-    List& created = lists[list];
-    created.identity = ++lastIdentity;
+    std::map<std::string, List> made;
+    List& created = made[list];
+    created.identity = contents.lastIdentity + 1;
     created.itemSize = itemSize;
-    return ZORV_RETURN_OK;
+    const ZorvReturnT recorded = recordCreate(list, created);
+    if (recorded == ZORV_RETURN_OK) {
+        const ChangeT change(reading);
+        contents.lists.merge(made);
+        ++contents.lastIdentity;
+    }
+    return recorded;
 }
 
 ZorvReturnT MemoryListStorage::remove(const std::string& list)
 {
-    const LockT lock(mutex);
-    return lists.erase(list) > 0 ? ZORV_RETURN_OK : ZORV_RETURN_NOT_FOUND;
+    const WriterT writer(writing);
+    const auto found = contents.lists.find(list);
+    if (found == contents.lists.end()) {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    const ZorvReturnT recorded = recordRemove(found->second);
+    if (recorded == ZORV_RETURN_OK) {
+        const ChangeT change(reading);
+        contents.lists.erase(found);
+    }
+    return recorded;
 }
 
 ZorvReturnT MemoryListStorage::describe(const std::string& list, std::uint64_t& identity, std::uint32_t& itemSize)
 {
-    const LockT lock(mutex);
+    const ReaderT reader(reading);
     const List* found = find(list);
     if (found == nullptr) {
         return ZORV_RETURN_NOT_FOUND;
@@ -49,7 +70,7 @@ ZorvReturnT MemoryListStorage::describe(const std::string& list, std::uint64_t& 
 
 ZorvReturnT MemoryListStorage::isEmpty(const std::string& list, bool& empty)
 {
-    const LockT lock(mutex);
+    const ReaderT reader(reading);
     const List* found = find(list);
     if (found == nullptr) {
         return ZORV_RETURN_NOT_FOUND;
@@ -60,7 +81,7 @@ ZorvReturnT MemoryListStorage::isEmpty(const std::string& list, bool& empty)
 
 ZorvReturnT MemoryListStorage::pushBack(const std::string& list, const void* data, std::uint64_t& number)
 {
-    const LockT lock(mutex);
+    const WriterT writer(writing);
     List* found = find(list);
     if (found == nullptr) {
         return ZORV_RETURN_NOT_FOUND;
@@ -68,36 +89,61 @@ ZorvReturnT MemoryListStorage::pushBack(const std::string& list, const void* dat
     if (found->items.size() >= limits.itemsPerList) {
         return ZORV_RETURN_NO_RESOURCES;
     }
-    found->items.emplace_hint(found->items.end(), lastNumber + 1, bytes(data, found->itemSize));
-    number = ++lastNumber;
-    return ZORV_RETURN_OK;
+    ListItem item{contents.lastNumber + 1, ListDataT(bytes(data), bytes(data) + found->itemSize)};
+    std::map<std::uint64_t, ListDataT> made;
+    ListDataT& place = made[item.number];
+    const ZorvReturnT recorded = recordPush(*found, item);
+    if (recorded == ZORV_RETURN_OK) {
+        place = std::move(item.data);
+        number = item.number;
+        const ChangeT change(reading);
+        found->items.insert(found->items.end(), made.extract(made.begin()));
+        ++contents.lastNumber;
+    }
+    return recorded;
 }
 
 ZorvReturnT MemoryListStorage::erase(const std::string& list, std::uint64_t number)
 {
-    const LockT lock(mutex);
+    const WriterT writer(writing);
     List* found = find(list);
-    return found != nullptr && found->items.erase(number) > 0 ? ZORV_RETURN_OK : ZORV_RETURN_NOT_FOUND;
+    if (found == nullptr || found->items.count(number) == 0) {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    const ZorvReturnT recorded = recordErase(number);
+    if (recorded == ZORV_RETURN_OK) {
+        const ChangeT change(reading);
+        found->items.erase(number);
+    }
+    return recorded;
 }
 
 ZorvReturnT MemoryListStorage::replace(const std::string& list, std::uint64_t number, const void* data)
 {
-    const LockT lock(mutex);
+    const WriterT writer(writing);
     List* found = find(list);
     if (found == nullptr) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    const auto item = found->items.find(number);
-    if (item == found->items.end()) {
+    const auto place = found->items.find(number);
+    if (place == found->items.end()) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    item->second = bytes(data, found->itemSize);
-    return ZORV_RETURN_OK;
+    if (std::equal(place->second.begin(), place->second.end(), bytes(data))) {
+        return ZORV_RETURN_OK;
+    }
+    ListItem item{number, ListDataT(bytes(data), bytes(data) + found->itemSize)};
+    const ZorvReturnT recorded = recordReplace(item);
+    if (recorded == ZORV_RETURN_OK) {
+        const ChangeT change(reading);
+        place->second.swap(item.data);
+    }
+    return recorded;
 }
 
 ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t number, ListItem& item)
 {
-    const LockT lock(mutex);
+    const ReaderT reader(reading);
     List* found = find(list);
     if (found == nullptr) {
         return ZORV_RETURN_NOT_FOUND;
@@ -113,8 +159,8 @@ ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t n
 
 MemoryListStorage::List* MemoryListStorage::find(const std::string& list)
 {
-    const auto found = lists.find(list);
-    return found != lists.end() ? &found->second : nullptr;
+    const auto found = contents.lists.find(list);
+    return found != contents.lists.end() ? &found->second : nullptr;
 }
 
 }  // namespace ZorvNode

@@ -1,10 +1,15 @@
 /// Replicated lists in memory: they live as long as this object, and no longer than the process.
 ///
-/// Threads:   any; one mutex.
+/// A storage that outlives the process derives from this one and records each change before it is made; what is read is
+/// always what stands in memory, and no reader waits for a record.
+///
+/// Threads:   any; one writer at a time, readers beside it.
+/// Failure:   what a record answers instead of 0 is the operation's answer, and nothing has changed.
 #pragma once
 
 #include <map>
 #include <mutex>
+#include <shared_mutex>
 
 #include "stores/ListStorage.hpp"
 
@@ -23,20 +28,36 @@ public:
     ZorvReturnT replace(const std::string& list, std::uint64_t number, const void* data) override;
     ZorvReturnT findFrom(const std::string& list, std::uint64_t number, ListItem& item) override;
 
-private:
+protected:
     struct List {
         std::uint64_t identity = 0;
         std::uint32_t itemSize = 0;
         std::map<std::uint64_t, ListDataT> items;
     };
 
-    List* find(const std::string& list);  // under the mutex
+    struct Contents {
+        std::map<std::string, List> lists;
+        std::uint64_t lastNumber = 0;
+        std::uint64_t lastIdentity = 0;
+    };
+
+    /// What was recorded in an earlier life; before the first operation.
+    void restore(Contents recorded) { contents = std::move(recorded); }
+
+private:
+    // Called before a change, one at a time. What they throw goes through, and nothing has changed.
+    virtual ZorvReturnT recordCreate(const std::string& /*name*/, const List& /*list*/) { return ZORV_RETURN_OK; }
+    virtual ZorvReturnT recordRemove(const List& /*list*/) { return ZORV_RETURN_OK; }
+    virtual ZorvReturnT recordPush(const List& /*list*/, const ListItem& /*item*/) { return ZORV_RETURN_OK; }
+    virtual ZorvReturnT recordErase(std::uint64_t /*number*/) { return ZORV_RETURN_OK; }
+    virtual ZorvReturnT recordReplace(const ListItem& /*item*/) { return ZORV_RETURN_OK; }
+
+    List* find(const std::string& list);  // under either mutex
 
     const ListLimits limits;
-    std::mutex mutex;
-    std::map<std::string, List> lists;  // guarded by mutex
-    std::uint64_t lastNumber = 0;       // guarded by mutex
-    std::uint64_t lastIdentity = 0;     // guarded by mutex
+    std::mutex writing;         // held from the check to the change; the record is written under it alone
+    std::shared_mutex reading;  // exclusive for the change itself
+    Contents contents;          // changed under both, read under either
 };
 
 }  // namespace ZorvNode

@@ -7,9 +7,11 @@
 #include <unistd.h>
 
 #include "TemporaryDirectory.hpp"
-#include "services/log/LineText.hpp"
+#include "files/LineText.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 using ::testing::MatchesRegex;
 using ::testing::StartsWith;

@@ -7,6 +7,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 class ModelRepositoryTest : public ::testing::Test {
 protected:
     std::shared_ptr<const Model> model(const std::string& content) const

@@ -7,6 +7,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
@@ -40,6 +42,10 @@ TEST_F(NodeConfigurationTest, theLeastHasDefaultsAndPathsRelativeToTheFile)
     EXPECT_EQ(directory.path("m.xml"), it.model);
     EXPECT_EQ(directory.path("run"), it.runDirectory);
     EXPECT_EQ(directory.path("run/log"), it.logDirectory);
+    EXPECT_EQ(directory.path("run/state"), it.store.directory);
+    EXPECT_EQ(StoreKind::sqlite, it.store.kind);
+    EXPECT_EQ(Durability::process, it.store.durability);
+    EXPECT_FALSE(it.store.acceptEmpty);
     EXPECT_EQ(6, it.logLevel);
     EXPECT_EQ(1000000U, it.logRotation.fileSize);
     EXPECT_EQ(10000U, it.queueBound);
@@ -49,19 +55,23 @@ TEST_F(NodeConfigurationTest, everyElementIsRead)
 {
     const NodeConfiguration it = read(
         "<library>/x/a.so</library><library>/x/b.so</library><model>/x/m.xml</model><runDirectory>/x/run</runDirectory>"
-        "<logDirectory>/x/log</logDirectory><log><level> warning "
+        "<stateDirectory>/x/state</stateDirectory><logDirectory>/x/log</logDirectory><log><level> warning "
         "</level><fileSize>1000</fileSize><keptFiles>3</keptFiles></log>"
         "<trace><fileSize>2000</fileSize><keptFiles>4</keptFiles><group name='Fm' level='8'/><group name='Node' "
         "level='1'/></trace>"
         "<eventRouter><queueBound>11</queueBound><consumerBound>12</consumerBound><retainedNotifications>0</"
         "retainedNotifications></eventRouter>"
-        "<replicatedLists><listBound>13</listBound><itemBound>14</itemBound></replicatedLists>"
+        "<replicatedLists><listBound>13</listBound><itemBound>14</itemBound><store>memory</store><durability> power "
+        "</durability></replicatedLists>"
         "<managedObjects><transactionBound>15</transactionBound></managedObjects>"
         "<ZorvFmComponent><anything>at all</anything></ZorvFmComponent>");
 
     EXPECT_THAT(it.libraries, ElementsAre("/x/a.so", "/x/b.so"));
     EXPECT_EQ("/x/run", it.runDirectory);
     EXPECT_EQ("/x/log", it.logDirectory);
+    EXPECT_EQ("/x/state", it.store.directory);
+    EXPECT_EQ(StoreKind::memory, it.store.kind);
+    EXPECT_EQ(Durability::power, it.store.durability);
     EXPECT_EQ(4, it.logLevel);
     EXPECT_EQ(1000U, it.logRotation.fileSize);
     EXPECT_EQ(3U, it.logRotation.keptFiles);
@@ -86,6 +96,11 @@ TEST_F(NodeConfigurationTest, wrongElementsAndValuesAreToldWithTheirLine)
               failureOf(least + "\n<log><fileSize>10k</fileSize></log>"));
     EXPECT_EQ(":2: log/level: not error, warning, notice or information, \"loud\"",
               failureOf(least + "<log><level>loud</level></log>"));
+    EXPECT_EQ(":2: replicatedLists/store: not sqlite or memory, \"disk\"",
+              failureOf(least + "<replicatedLists><store>disk</store></replicatedLists>"));
+    EXPECT_EQ(":2: replicatedLists/durability: not process or power, \"\"",
+              failureOf(least + "<replicatedLists><durability/></replicatedLists>"));
+    EXPECT_EQ(":2: stateDirectory: no path, \"\"", failureOf(least + "<stateDirectory/>"));
     EXPECT_EQ(":2: trace/group: not a number from 0 to 8, \"9\"",
               failureOf(least + "<trace><group name='Fm' level='9'/></trace>"));
     EXPECT_EQ(":2: trace/group appears twice, \"Fm\"",

@@ -7,6 +7,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 using ::testing::ElementsAre;
 using ::testing::Pair;
 

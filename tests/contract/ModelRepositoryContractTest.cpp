@@ -12,6 +12,8 @@
 
 namespace ZorvTest {
 
+using namespace ZorvInput;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

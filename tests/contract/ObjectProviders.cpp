@@ -7,6 +7,8 @@
 
 namespace ZorvTest {
 
+using namespace ZorvInput;
+
 namespace {
 
 // --- The node's

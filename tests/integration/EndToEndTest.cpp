@@ -127,6 +127,17 @@ protected:
         return report;
     }
 
+    /// The alert before anything is known about its type.
+    static Report received(Report report)
+    {
+        report.specificProblem = "Unknown alarm";
+        report.seqNo = report.originalSeqNo = 0;
+        return report;
+    }
+
+    /// The alert as log lines show it.
+    static std::string shown(const Report& alert) { return alert.line().substr(sizeof("log 5 Sending alert: ") - 1); }
+
     static Entries sent(const Report& report)
     {
         return {report.record("now"), report.line(), report.version3(1001), report.version2(1002)};
@@ -262,11 +273,24 @@ TEST_F(EndToEndTest, anAlertOfAnUnknownTypeIsSentOnce)
 
     Report report = alert("Login=1", 1);
     report.majorType = 77;
-    Report asReceived = report;
-    asReceived.specificProblem = "Unknown alarm";
-    asReceived.seqNo = asReceived.originalSeqNo = 0;
-    const std::string text = asReceived.line().substr(std::string("log 5 Sending alert: ").size());
-    expect(all({{"log 4 Could not find alarm (" + text + ")"}, sent(report)}));
+    expect(all({{"log 4 Could not find alarm (" + shown(received(report)) + ")"}, sent(report)}));
+    EXPECT_THAT(readAlarms({"fmAlarmId"}), IsEmpty());
+}
+
+TEST_F(EndToEndTest, aClearOfAnUnknownTypeGoesOutAsAWarning)
+{
+    notify("Login=1", 0, "", 77);
+
+    Report report = alert("Login=1", 1);
+    report.majorType = 77;
+    report.severity = report.originalSeverity = 2;
+    Report asClear = received(report);
+    asClear.severity = asClear.originalSeverity = 0;
+    Report asWarning = received(report);
+    asWarning.specificProblem = report.specificProblem;
+    expect(all({{"log 4 Could not find alarm (" + shown(asClear) + ")",
+                 "log 4 Severity cleared for this unknown alarm is changed to warning: " + shown(asWarning)},
+                sent(report)}));
     EXPECT_THAT(readAlarms({"fmAlarmId"}), IsEmpty());
 }
 

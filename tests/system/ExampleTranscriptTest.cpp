@@ -90,6 +90,7 @@ TEST(ExampleTranscriptTest, theBusyHourGivesTheNotificationsAlarmLogAndActiveAla
     setElement(configuration, "model", example + "/alarm-model.xml");
     setElement(configuration, "runDirectory", directory.path("run"));
     setElement(configuration, "logDirectory", directory.path("log"));
+    setElement(configuration, "stateDirectory", directory.path("state"));
     directory.write("node.xml", configuration);
 
     const ProcessResult result =

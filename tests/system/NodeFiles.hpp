@@ -18,10 +18,11 @@ public:
         directory.write("play.jsonl", "{\"at\":0,\"suppress\":\"on\"}\n");
     }
 
-    void writeConfiguration(const std::string& library) const
+    /// @param further elements.
+    void writeConfiguration(const std::string& library, const std::string& further = "") const
     {
-        directory.write("node.xml", "<ZorvNode>\n<library>" + library +
-                                        "</library>\n<model>model.xml</model>\n<ZorvFmComponent/>\n</ZorvNode>\n");
+        directory.write("node.xml", "<ZorvNode>\n<library>" + library + "</library>\n<model>model.xml</model>\n" +
+                                        further + "<ZorvFmComponent/>\n</ZorvNode>\n");
     }
 
     std::string path(const std::string& name) const { return directory.path(name); }

@@ -1,3 +1,4 @@
+#include <Poco/String.h>
 #include <gmock/gmock.h>
 #include <signal.h>
 
@@ -23,6 +24,17 @@ protected:
             usleep(10000);
         }
         return false;
+    }
+
+    /// A second node was told which process holds the directory.
+    void expectHeld(const std::string& directory, const std::string& file, const ProcessResult& second) const
+    {
+        const std::string holder = Poco::trim(files.directory.read(directory + "/" + file));
+        EXPECT_NE("", holder);
+        EXPECT_EQ("zorvd: " + files.path(directory) + ": another node, process " + holder +
+                      ", runs in this directory; stop it or name another directory in the configuration\n",
+                  second.err);
+        EXPECT_EQ(1, second.exitCode);
     }
 
     NodeFiles files;
@@ -98,8 +110,58 @@ TEST_F(ZorvdLifeTest, aRunDirectoryBelongsToOneNode)
 
     const ProcessResult second = files.play();
 
-    EXPECT_EQ("zorvd: " + files.path("run/zorvd.pid") + ": another node runs in this directory\n", second.err);
-    EXPECT_EQ(1, second.exitCode);
+    expectHeld("run", "zorvd.pid", second);
+}
+
+TEST_F(ZorvdLifeTest, aStateDirectoryBelongsToOneNode)
+{
+    RunningProcess first(files.command());
+    ASSERT_TRUE(awaitLog("node started"));
+    files.writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so",
+                             "<runDirectory>other</runDirectory><stateDirectory>run/state</stateDirectory>");
+
+    const ProcessResult second = files.play();
+
+    expectHeld("run/state", "zorv.lock", second);
+}
+
+TEST_F(ZorvdLifeTest, aNodeWithItsListsInMemoryHasNoStateDirectory)
+{
+    files.writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so",
+                             "<replicatedLists><store>memory</store></replicatedLists>");
+
+    EXPECT_EQ(0, files.play().exitCode);
+
+    EXPECT_FALSE(std::filesystem::exists(files.path("run/state")));
+}
+
+TEST_F(ZorvdLifeTest, theStateIsTheOwnersAlone)
+{
+    EXPECT_EQ(0, files.play().exitCode);
+
+    const auto all = std::filesystem::perms::mask;
+    EXPECT_EQ(std::filesystem::perms(0700), std::filesystem::status(files.path("run/state")).permissions() & all);
+    EXPECT_EQ(std::filesystem::perms(0600),
+              std::filesystem::status(files.path("run/state/zorv.db")).permissions() & all);
+}
+
+TEST_F(ZorvdLifeTest, aDamagedStoreStopsTheStartUntilItIsAcceptedThatTheListsAreEmpty)
+{
+    std::filesystem::create_directories(files.path("run/state"));
+    const std::string store = files.directory.write("run/state/zorv.db", "no database, and not short");
+    const std::string damage = store + ": file is not a database";
+
+    const ProcessResult refused = files.play();
+    const ProcessResult accepted = runProcess(files.command({"--play", files.path("play.jsonl"), "--accept-empty"}));
+
+    EXPECT_EQ("zorvd: " + damage +
+                  "; put a good copy in its place, or start with --accept-empty: the file is set aside "
+                  "and the node begins with empty lists\n",
+              refused.err);
+    EXPECT_EQ(1, refused.exitCode);
+    EXPECT_EQ(0, accepted.exitCode);
+    EXPECT_THAT(files.directory.read("run/log/SystemLog.log"),
+                HasSubstr("WARNING " + damage + "; set aside as " + store + ".corrupt-"));
 }
 
 TEST_F(ZorvdLifeTest, aRefusedActionEndsThePlayAsAFailure)

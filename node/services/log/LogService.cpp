@@ -1,8 +1,10 @@
 #include "services/log/LogService.hpp"
 
-#include "services/log/LineText.hpp"
+#include "files/LineText.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 namespace {
 

@@ -8,6 +8,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 using LockT = std::lock_guard<std::mutex>;

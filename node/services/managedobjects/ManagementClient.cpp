@@ -4,6 +4,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 void ManagementClient::set(const std::string& dn, const std::vector<MoNamedValue>& attributes)
 {
     transact([&](unsigned long txHandle) {

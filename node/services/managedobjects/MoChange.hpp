@@ -11,6 +11,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 /// One write on one object: its new state whole (created), one attribute (name and value), or its end (neither).
 struct MoWrite {
     std::string dn;

@@ -11,6 +11,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 /// An open iteration: names of own objects, or the iteration of a component that implements the class.
 struct MoIteration {
     unsigned long txHandle = 0;

@@ -15,6 +15,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 struct MoSnapshot {
     std::shared_ptr<const Model> model;
     std::shared_ptr<const MoTree> tree;

@@ -9,6 +9,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 namespace {
 
 /// Turns what is wrong with a value into a refusal.

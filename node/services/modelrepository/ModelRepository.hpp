@@ -15,6 +15,8 @@
 
 namespace ZorvNode {
 
+using namespace ZorvInput;
+
 class ModelRepository {
 public:
     explicit ModelRepository(std::shared_ptr<const Model> model) { use(std::move(model)); }

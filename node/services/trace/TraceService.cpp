@@ -4,9 +4,11 @@
 
 #include <utility>
 
-#include "services/log/LineText.hpp"
+#include "files/LineText.hpp"
 
 namespace ZorvNode {
+
+using namespace ZorvInput;
 
 namespace {
 

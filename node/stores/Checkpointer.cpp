@@ -1,0 +1,65 @@
+#include "stores/Checkpointer.hpp"
+
+#include <utility>
+
+namespace ZorvNode {
+
+Checkpointer::Checkpointer(const CheckpointSettings& checkpointSettings, std::function<bool()> checkpoint)
+    : settings(checkpointSettings),
+      work(std::move(checkpoint)),
+      thread([this] { run(); })
+{
+}
+
+Checkpointer::~Checkpointer()
+{
+    {
+        const LockT lock(mutex);
+        stopping = true;
+    }
+    wake.notify_one();
+    thread.join();
+}
+
+void Checkpointer::committed(int pages)
+{
+    const auto reached = [this, pages](int bound) { return pagesInLog < bound && pages >= bound; };
+    LockT lock(mutex);
+    const bool wakes = reached(settings.pages) || reached(settings.urgentPages);
+    pagesInLog = pages;
+    ++commits;
+    lock.unlock();
+    if (wakes) {
+        wake.notify_one();
+    }
+}
+
+void Checkpointer::run()
+{
+    LockT lock(mutex);
+    for (;;) {
+        wake.wait(lock, [this] { return stopping || pagesInLog >= settings.pages; });
+        awaitPause(lock);
+        if (stopping) {
+            return;
+        }
+        pagesInLog = 0;
+        lock.unlock();
+        const bool done = work();
+        lock.lock();
+        if (!done) {
+            wake.wait_for(lock, settings.retry, [this] { return stopping; });
+        }
+    }
+}
+
+void Checkpointer::awaitPause(LockT& lock)
+{
+    const auto isOver = [this] { return stopping || pagesInLog >= settings.urgentPages; };
+    std::uint64_t seen = 0;
+    do {
+        seen = commits;
+    } while (!wake.wait_for(lock, settings.pause, isOver) && commits != seen);
+}
+
+}  // namespace ZorvNode

@@ -1,0 +1,74 @@
+/// One SQLite file, open for this process alone: write-ahead log, exclusive lock, checkpoints on a thread of their own.
+///
+/// An empty file gets the schema; one of an earlier version is brought up to date, both in one transaction. While the
+/// schema is being checked and found wrong, nothing is written, not even what a log left behind.
+///
+/// Threads:   any. The database is a lock (lock, unlock: recursive): a Statement holds it while it runs, a Transaction as
+///            long as it lives. Whoever has to see several statements as one takes it with std::lock_guard. The
+///            checkpoint takes it too, so that a writer may have to wait for one; see Checkpointer.
+/// Ownership: outlives its statements and transactions.
+/// Failure:   StoreError. A failed statement has changed nothing.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "LogSink.hpp"
+#include "stores/Checkpointer.hpp"
+#include "stores/FailureReport.hpp"
+#include "stores/Schema.hpp"
+#include "stores/StoreError.hpp"
+#include "stores/StoreSettings.hpp"
+
+struct sqlite3;
+
+namespace ZorvNode {
+
+struct DatabaseSettings {
+    Durability durability = Durability::process;
+    CheckpointSettings checkpoints;
+};
+
+class Database {
+public:
+    /// @param logSink told of checkpoints that fail.
+    Database(const std::string& databaseFile, const Schema& schema, const DatabaseSettings& settings,
+             const LogSinkT& logSink);
+    ~Database();
+
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    const std::string& getFile() const { return file; }
+
+    /// Runs statements without parameters; their rows are dropped.
+    void execute(const std::string& sql);
+
+    /// Moves what stands in the log to the file.
+    void checkpoint();
+
+    void lock() { mutex.lock(); }
+    void unlock() { mutex.unlock(); }
+
+private:
+    friend class Statement;
+
+    struct Closer {
+        void operator()(sqlite3* opened) const;
+    };
+
+    void open();
+    void adopt(const Schema& schema);
+    void check();
+    bool tryCheckpoint();
+    StoreError failure(int code) const;
+
+    const std::string file;
+    std::recursive_mutex mutex;
+    std::unique_ptr<sqlite3, Closer> handle;  // used under mutex
+    FailureReport checkpointReport;
+    std::unique_ptr<Checkpointer> checkpointer;
+};
+
+}  // namespace ZorvNode

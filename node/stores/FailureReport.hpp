@@ -1,0 +1,35 @@
+/// Tells of a failure and of its end, once each, however often an operation is tried meanwhile.
+///
+/// Threads: any.
+#pragma once
+
+#include <chrono>
+#include <mutex>
+#include <string>
+
+#include "LogSink.hpp"
+
+namespace ZorvNode {
+
+class FailureReport {
+public:
+    /// @param operation what fails, such as "writing the lists"
+    /// @param calm an operation works again when it has not failed for so long: failures come and go on a disk that is
+    ///             almost full.
+    FailureReport(LogSinkT logSink, std::string operation, std::chrono::milliseconds calm);
+
+    void failed(const std::string& reason);
+    void worked();
+
+private:
+    using ClockT = std::chrono::steady_clock;
+
+    const LogSinkT log;
+    const std::string what;
+    const std::chrono::milliseconds calmTime;
+    std::mutex mutex;
+    bool isFailing = false;         // guarded by mutex
+    ClockT::time_point lastFailed;  // guarded by mutex
+};
+
+}  // namespace ZorvNode

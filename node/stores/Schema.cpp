@@ -1,0 +1,31 @@
+#include "stores/Schema.hpp"
+
+namespace ZorvNode {
+
+namespace {
+
+constexpr std::int32_t zorv = 0x5A4F5256;  // "ZORV"
+
+// AUTOINCREMENT: a number is never used again, not even that of the last row after it was deleted.
+const char* const lists = R"(
+CREATE TABLE lists (
+    identity INTEGER PRIMARY KEY AUTOINCREMENT,
+    name     TEXT NOT NULL UNIQUE,
+    itemSize INTEGER NOT NULL
+) STRICT;
+CREATE TABLE items (
+    number INTEGER PRIMARY KEY AUTOINCREMENT,
+    list   INTEGER NOT NULL,
+    data   BLOB NOT NULL
+) STRICT;
+)";
+
+}  // namespace
+
+const Schema& storeSchema()
+{
+    static const Schema schema = {zorv, {lists}};
+    return schema;
+}
+
+}  // namespace ZorvNode
