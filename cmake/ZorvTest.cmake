@@ -21,7 +21,7 @@ function(zorv_add_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
-    if(ZORV_SANITIZE)
+    if(ZORV_SANITIZE OR ZORV_COVERAGE)
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 4")
     endif()
 
