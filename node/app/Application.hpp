@@ -1,17 +1,12 @@
-/// zorvd from its options to its exit code: reads and checks all files, runs the node, plays, obeys signals.
+/// zorvd from its options to its exit code: reads and checks all files, runs the node and its interface, obeys signals.
 ///
 /// Threads: run on the main thread.
 #pragma once
 
-#include <atomic>
-#include <optional>
-#include <thread>
-
-#include "app/Node.hpp"
 #include "app/Options.hpp"
+#include "app/ServiceManager.hpp"
 #include "app/Signals.hpp"
-#include "scenario/ScenarioPlayer.hpp"
-#include "scenario/ScenarioReader.hpp"
+#include "runtime/Node.hpp"
 
 namespace ZorvNode {
 
@@ -23,16 +18,13 @@ public:
     int run();
 
 private:
-    void runNode(const NodeConfiguration& configuration, ModelFile model, const std::optional<Scenario>& scenario);
-    void play(Node& node, ScenarioPlayer& player, const Scenario& scenario);
-    void obeySignals(Node& node, const NodeConfiguration& configuration);
-    void rereadModel(Node& node, const std::string& path) const;
-    void fail(const std::string& reason);
+    void runNode(const NodeConfiguration& configuration, ModelFile model);
+    void obeySignals(Node& node);
+    void rereadModel(Node& node) const;
 
     const Options options;
     Signals signals;
-    std::atomic<bool> hasFailed{false};
-    std::atomic<bool> hasPlayed{false};
+    const ServiceManager manager;
 };
 
 }  // namespace ZorvNode

@@ -8,10 +8,6 @@ namespace ZorvNode {
 
 struct Options {
     std::string config;
-    std::string play;  ///< scenario; "": none
-    double speed = 1;
-    bool follow = false;
-    bool showAlarms = false;
     bool acceptEmpty = false;  ///< a damaged store is set aside
 };
 

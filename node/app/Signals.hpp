@@ -1,8 +1,10 @@
 /// The signals that steer zorvd, taken one by one by its main thread.
 #pragma once
 
-#include <pthread.h>
 #include <signal.h>
+
+#include <chrono>
+#include <optional>
 
 namespace ZorvNode {
 
@@ -11,15 +13,11 @@ public:
     /// Blocks them for this thread and all that it starts: before any thread is started, on the main thread.
     Signals();
 
-    /// The next one: SIGTERM, SIGINT, SIGHUP, or SIGUSR1 after wake.
-    int wait();
-
-    /// Makes wait return SIGUSR1; from any thread.
-    void wake();
+    /// The next one: SIGTERM, SIGINT or SIGHUP. 0 when none has come in time; without a time it waits for one.
+    int wait(const std::optional<std::chrono::microseconds>& patience);
 
 private:
     sigset_t set{};
-    const pthread_t mainThread;
 };
 
 }  // namespace ZorvNode

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "api/http/ApiSettings.hpp"
 #include "services/log/RotatingFile.hpp"
 #include "stores/StoreSettings.hpp"
 
@@ -25,11 +26,12 @@ struct NodeConfiguration {
     std::map<std::string, std::int32_t> traceLevels;  ///< by group
     std::size_t queueBound = 10000;
     std::size_t consumerBound = 256;
-    std::size_t retainedNotifications = 1000;
+    std::size_t inboxBound = 10000;  ///< at most queueBound
     std::size_t listBound = 64;
     std::size_t itemBound = 100000;
     StoreSettings store;
     std::size_t transactionBound = 1000;
+    ApiSettings api;
 };
 
 NodeConfiguration readNodeConfiguration(const std::string& path);

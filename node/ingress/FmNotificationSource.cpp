@@ -1,11 +1,10 @@
 #include "ingress/FmNotificationSource.hpp"
 
-#include <Poco/NumberParser.h>
-
-#include <chrono>
+#include <algorithm>
 #include <utility>
 
 #include "ZorvOamSpiFmAlarmSuppress_1.h"
+#include "files/Number.hpp"
 
 namespace ZorvNode {
 
@@ -19,32 +18,35 @@ const char* const announcedTypes[] = {
     YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_4, ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1,
 };
 
-std::uint64_t nowInNanoseconds()
-{
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count());
-}
-
 /// The youngest of the filter's times. False when an entry is no time filter of this event type.
-bool readTimeFilter(const char* eventType, YaltNameValuePair* const* filter, std::uint64_t& youngerThan)
+bool readTimeFilter(const char* eventType, YaltNameValuePair* const* filter, std::uint64_t& lastHandled)
 {
     const char* const timeFilter = timeFilterOf(eventType);
     for (; *filter != nullptr; ++filter) {
-        Poco::UInt64 time = 0;
+        std::uint64_t time = 0;
         if (timeFilter == nullptr || std::string(timeFilter) != (*filter)->name ||
-            !Poco::NumberParser::tryParseUnsigned64((*filter)->value, time)) {
+            !parseUnsigned((*filter)->value, time)) {
             return false;
         }
-        youngerThan = std::max<std::uint64_t>(youngerThan, time);
+        lastHandled = std::max(lastHandled, time);
     }
     return true;
 }
 
+/// Not one whose DN can only be meant as a pattern.
+bool isClearOfOne(const FmNotification& notification)
+{
+    return notification.severity == YALT_FM_SEVERITY_CLEARED &&
+           notification.dn.find_first_of("*+?[](){}|^$\\") == std::string::npos;
+}
+
 }  // namespace
 
-FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, std::size_t retainedBound)
+FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, std::size_t inboxBound, Database* database,
+                                           const LogSinkT& logSink)
     : router(eventRouter),
-      bound(retainedBound)
+      bound(inboxBound),
+      inbox(database, logSink)
 {
     router.registerProducer(std::shared_ptr<RouterProducer>(std::shared_ptr<void>(), this), handle);
     for (const char* eventType : announcedTypes) {
@@ -58,18 +60,55 @@ FmNotificationSource::~FmNotificationSource()
     router.waitUntilCallbacksEnded(std::chrono::seconds(5));
 }
 
-void FmNotificationSource::publish(FmNotification notification)
+// --- publishing
+
+void FmNotificationSource::publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id)
 {
-    const std::uint64_t time =
-        notification.eventTime != 0 && notification.version != 1 ? notification.eventTime : nowInNanoseconds();
-    const Retained published{std::make_shared<PublishedNotification>(std::move(notification)), time};
-    const LockT lock(mutex);
-    for (const Subscriber& subscriber : subscribers) {
-        send(subscriber, published);
+    std::vector<NotificationInbox::NotificationT> published;
+    published.reserve(notifications.size());
+    for (FmNotification& notification : notifications) {
+        published.push_back(std::make_shared<PublishedNotification>(std::move(notification)));
     }
-    retained.push_back(published);
-    if (retained.size() > bound) {
-        retained.pop_front();
+    const LockT lock(mutex);
+    if (id && inbox.hasAccepted(*id)) {
+        ++statistics.repeated;
+        return;
+    }
+    requireRoom(published.size());
+    const auto first = inbox.append(published, id);
+    statistics.accepted += published.size();
+    if (!held) {
+        sendFrom(first);
+    }
+}
+
+void FmNotificationSource::requireRoom(std::size_t coming)
+{
+    const std::size_t present = inbox.getEntries().size();
+    if (present + coming <= bound) {
+        return;
+    }
+    ++statistics.busy;
+    const std::size_t waiting = inbox.getNumberWaiting();
+    throw SourceBusy((waiting > 0 ? std::to_string(waiting) + " notifications wait for a component that takes them"
+                                  : std::to_string(present) + " notifications are not known to be handled yet") +
+                     ", and the node keeps " + std::to_string(bound) + "; try again");
+}
+
+/// Sends the entries that were not sent yet to those who take them.
+void FmNotificationSource::sendFrom(EntriesT::iterator first)
+{
+    for (auto entry = first; entry != inbox.getEntries().end(); ++entry) {
+        const auto notification = entry->second.notification;
+        if (entry->second.isSent) {
+            continue;
+        }
+        for (const Subscriber& subscriber : subscribers) {
+            if (subscriber.eventType == notification->eventType()) {
+                notify(subscriber, notification, notification->value(), entry->first);
+                inbox.markSent(entry->second);
+            }
+        }
     }
 }
 
@@ -80,27 +119,120 @@ void FmNotificationSource::suppress(bool on)
     const LockT lock(mutex);
     for (const Subscriber& subscriber : subscribers) {
         if (subscriber.eventType == ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1) {
-            notify(subscriber, value, value.get());
+            notify(subscriber, value, value.get(), 0);
         }
     }
 }
 
+void FmNotificationSource::hold()
+{
+    const LockT lock(mutex);
+    held = true;
+}
+
+void FmNotificationSource::release()
+{
+    const LockT lock(mutex);
+    held = false;
+    sendFrom(inbox.getEntries().begin());
+}
+
+std::uint64_t FmNotificationSource::getLastTaken()
+{
+    const LockT lock(mutex);
+    return lastTaken();
+}
+
+void FmNotificationSource::noteHandled(std::uint64_t number)
+{
+    const LockT lock(mutex);
+    inbox.trim(number);
+}
+
+void FmNotificationSource::noteOrderlyEnd()
+{
+    const LockT lock(mutex);
+    const bool hasAny = std::any_of(subscribers.begin(), subscribers.end(), [](const Subscriber& subscriber) {
+        return timeFilterOf(subscriber.eventType) != nullptr;
+    });
+    if (!hasAny) {
+        inbox.trim(lastTaken());
+    }
+}
+
+/// Everything up to this entry was sent, and its consumers have taken it.
+std::uint64_t FmNotificationSource::lastTaken()
+{
+    std::uint64_t last = inbox.getLastNumber();
+    const EntriesT& entries = inbox.getEntries();
+    const auto unsent = std::find_if(entries.begin(), entries.end(), [](const auto& it) { return !it.second.isSent; });
+    if (unsent != entries.end()) {
+        last = unsent->first - 1;
+    }
+    const LockT lock(wayMutex);
+    for (const auto& [value, way] : onTheirWay) {
+        if (way.number != 0) {
+            last = std::min(last, way.number - 1);
+        }
+    }
+    return last;
+}
+
+std::size_t FmNotificationSource::getNumberInInbox()
+{
+    const LockT lock(mutex);
+    return inbox.getEntries().size();
+}
+
+std::size_t FmNotificationSource::getNumberWaiting()
+{
+    const LockT lock(mutex);
+    return inbox.getNumberWaiting();
+}
+
+// --- for the router
+
 ZorvReturnT FmNotificationSource::addFilter(unsigned long consumerId, const char* eventType, YaltNameValuePair** filter)
 {
-    std::uint64_t youngerThan = 0;
-    if (!readTimeFilter(eventType, filter, youngerThan)) {
+    std::uint64_t lastHandled = 0;
+    if (!readTimeFilter(eventType, filter, lastHandled)) {
         return ZORV_RETURN_FAILED;
     }
     Subscriber subscriber{consumerId, eventType, filter};
-    const bool wantsRetained = *filter != nullptr;
     const LockT lock(mutex);
-    for (const Retained& notification : retained) {
-        if (wantsRetained && notification.time > youngerThan) {
-            send(subscriber, notification);
-        }
+    if (*filter != nullptr) {
+        sendInbox(subscriber, lastHandled);
     }
     subscribers.push_back(std::move(subscriber));
     return ZORV_RETURN_OK;
+}
+
+void FmNotificationSource::sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled)
+{
+    EntriesT& entries = inbox.getEntries();
+    const auto isOfItsType = [&](const NotificationInbox::Entry& entry) {
+        return subscriber.eventType == entry.notification->eventType();
+    };
+    auto begin = std::find_if(entries.begin(), entries.end(), [&](const auto& it) {
+        return lastHandled != 0 && isOfItsType(it.second) && it.second.notification->get().eventTime == lastHandled;
+    });
+    if (begin == entries.end()) {
+        begin = entries.begin();
+    } else if (isClearOfOne(begin->second.notification->get())) {
+        ++begin;
+    }
+    std::for_each(entries.begin(), begin, [&](auto& it) {
+        if (isOfItsType(it.second)) {
+            inbox.markSent(it.second);
+        }
+    });
+    for (auto entry = begin; entry != entries.end(); ++entry) {
+        if (isOfItsType(entry->second)) {
+            notify(subscriber, entry->second.notification, entry->second.notification->value(), entry->first);
+            inbox.markSent(entry->second);
+            ++statistics.sentAgain;
+        }
+    }
 }
 
 ZorvReturnT FmNotificationSource::removeFilter(unsigned long consumerId, const char* eventType,
@@ -120,19 +252,14 @@ ZorvReturnT FmNotificationSource::clearAll()
     return ZORV_RETURN_OK;
 }
 
-void FmNotificationSource::send(const Subscriber& subscriber, const Retained& published)
-{
-    if (subscriber.eventType == published.notification->eventType()) {
-        notify(subscriber, published.notification, published.notification->value());
-    }
-}
-
-void FmNotificationSource::notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value)
+void FmNotificationSource::notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value,
+                                  std::uint64_t number)
 {
     {
         const LockT lock(wayMutex);
         OnItsWay& way = onTheirWay[value];
         way.keeper = std::move(keeper);
+        way.number = number;
         ++way.deliveries;
     }
     if (router.notify(handle, subscriber.consumerId, subscriber.eventType.c_str(), subscriber.filter, value) !=

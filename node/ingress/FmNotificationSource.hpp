@@ -1,36 +1,72 @@
 /// Where notifications enter the node: producer of the FM event types of both frameworks and of the suppression event.
 ///
-/// The latest notifications are retained; a subscriber with a time filter is sent the retained ones that are younger, in the
-/// order of their publication, and then the new ones that are younger, each once. A notification without an event time is as
-/// old as its publication.
+/// What was accepted stays in an inbox until it is known to be handled. A subscriber with a time filter is sent what is in
+/// it of its event type, in the order of acceptance, and then the new ones, each once. It begins with the first one that
+/// has exactly the filter's time, the last one that the subscriber has noted as handled, maybe just before it was killed;
+/// if there is none, with the oldest. So nothing is missed, and some may come a second time. A clear of one alarm is not
+/// sent again when it is the first one: alarm handling stores a clear before it notes it, and to clear what is not active
+/// any more would clear all alarms whose DN contains this one. A subscriber without a time is sent new ones only.
 ///
-/// Threads:   any; publication and subscription exclude each other, so that nothing is sent twice or not at all.
-/// Ownership: a notification lives while it is retained or on its way.
-/// Failure:   what a consumer's full queue does not take is lost to it, and counted by the router.
+/// An inbox that is full takes nothing more, until what is in it is handled.
+///
+/// Threads:   any; publication and subscription exclude each other.
+/// Ownership: a notification lives while it is in the inbox or on its way.
+/// Failure:   publish throws SourceBusy or StoreError, and nothing was accepted.
 #pragma once
 
-#include <deque>
+#include <atomic>
 #include <list>
-#include <map>
-#include <memory>
-#include <mutex>
-#include <optional>
+#include <stdexcept>
+#include <unordered_map>
 
-#include "ingress/FmNotification.hpp"
+#include "ingress/NotificationInbox.hpp"
 #include "services/eventrouter/EventRouter.hpp"
 
 namespace ZorvNode {
 
+/// The node takes no more notifications for the moment.
+class SourceBusy : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct SourceStatistics {
+    std::atomic<std::uint64_t> accepted{0};
+    std::atomic<std::uint64_t> sentAgain{0};  ///< to a subscriber that came later
+    std::atomic<std::uint64_t> busy{0};       ///< publications refused
+    std::atomic<std::uint64_t> repeated{0};   ///< publications that were accepted before
+};
+
 class FmNotificationSource : public RouterProducer {
 public:
-    FmNotificationSource(EventRouter& eventRouter, std::size_t retainedBound);
+    /// @param inboxBound at most what a consumer's queue takes.
+    FmNotificationSource(EventRouter& eventRouter, std::size_t inboxBound, Database* database, const LogSinkT& logSink);
     ~FmNotificationSource() override;
 
     FmNotificationSource(const FmNotificationSource&) = delete;
     FmNotificationSource& operator=(const FmNotificationSource&) = delete;
 
-    void publish(FmNotification notification);
+    /// Accepts all of them, in their order, or none. What comes with the id of an accepted publication was accepted
+    /// already, and is not sent again.
+    void publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id = std::nullopt);
     void suppress(bool on);
+
+    /// While it is held nothing new is sent: a component that is about to stop finds nothing on its way.
+    void hold();
+    void release();
+
+    /// The last entry of those that their consumers have taken, like all before them.
+    std::uint64_t getLastTaken();
+
+    /// What was taken up to this entry is handled, and leaves the inbox.
+    void noteHandled(std::uint64_t number);
+
+    /// The alarm handling has ended in order: what its consumers had taken is handled.
+    void noteOrderlyEnd();
+
+    std::size_t getNumberInInbox();
+    std::size_t getNumberWaiting();
+    const SourceStatistics& getStatistics() const { return statistics; }
 
     ZorvReturnT addFilter(unsigned long consumerId, const char* eventType, YaltNameValuePair** filter) override;
     ZorvReturnT removeFilter(unsigned long consumerId, const char* eventType, YaltNameValuePair** filter) override;
@@ -38,35 +74,38 @@ public:
     ZorvReturnT doneWithValue(const char* eventType, void* value) override;
 
 private:
+    using EntriesT = NotificationInbox::EntriesT;
+
     struct Subscriber {
         unsigned long consumerId;
         std::string eventType;
         YaltNameValuePair** filter;  // the router's
     };
 
-    struct Retained {
-        std::shared_ptr<PublishedNotification> notification;
-        std::uint64_t time;
-    };
-
     struct OnItsWay {
         std::shared_ptr<void> keeper;
+        std::uint64_t number;  // 0: not of the inbox
         unsigned deliveries = 0;
     };
 
-    void send(const Subscriber& subscriber, const Retained& retained);
-    void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value);
+    void requireRoom(std::size_t coming);
+    void sendFrom(EntriesT::iterator first);
+    void sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled);
+    void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value, std::uint64_t number);
+    std::uint64_t lastTaken();
 
     EventRouter& router;
     const std::size_t bound;
     std::uint32_t handle = 0;
+    SourceStatistics statistics;
 
     std::mutex mutex;
+    NotificationInbox inbox;            // guarded by mutex
     std::list<Subscriber> subscribers;  // guarded by mutex
-    std::deque<Retained> retained;      // guarded by mutex
+    bool held = false;                  // guarded by mutex
 
-    std::mutex wayMutex;                   // taken after mutex
-    std::map<void*, OnItsWay> onTheirWay;  // guarded by wayMutex; by value
+    std::mutex wayMutex;                             // taken after mutex
+    std::unordered_map<void*, OnItsWay> onTheirWay;  // guarded by wayMutex; by value
 };
 
 }  // namespace ZorvNode

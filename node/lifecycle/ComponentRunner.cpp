@@ -1,5 +1,6 @@
 #include "lifecycle/ComponentRunner.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "Contained.hpp"
@@ -24,15 +25,68 @@ ComponentRunner::ComponentRunner(InterfacePortal& interfacePortal, LogSinkT logS
 
 void ComponentRunner::start(ZorvStateChangeReason reason)
 {
+    const std::lock_guard<std::mutex> lock(changing);
     try {
         for (InterfacePortal::ComponentT component : portal.getComponents()) {
             requireInterfaces(component);
             startOne(component, reason);
         }
     } catch (const StartError&) {
-        stop(ZORV_STATE_CHANGE_DEACTIVATE);
+        stopAll(ZORV_STATE_CHANGE_DEACTIVATE);
         throw;
     }
+}
+
+ComponentStatus ComponentRunner::start(const std::string& name, ZorvStateChangeReason reason)
+{
+    const std::lock_guard<std::mutex> lock(changing);
+    const InterfacePortal::ComponentT component = find(name);
+    if (statusOf(component).state == ComponentState::started) {
+        throw WrongState(nameOf(component) + " is started already");
+    }
+    requireInterfaces(component);
+    startOne(component, reason);
+    return statusOf(component);
+}
+
+ComponentStatus ComponentRunner::stop(const std::string& name, ZorvStateChangeReason reason)
+{
+    const std::lock_guard<std::mutex> lock(changing);
+    const InterfacePortal::ComponentT component = find(name);
+    if (statusOf(component).state != ComponentState::started) {
+        throw WrongState(nameOf(component) + " is not started");
+    }
+    stopOne(component, reason);
+    return statusOf(component);
+}
+
+std::vector<ComponentStatus> ComponentRunner::getStatus() const
+{
+    std::vector<ComponentStatus> all;
+    for (InterfacePortal::ComponentT component : portal.getComponents()) {
+        all.push_back(statusOf(component));
+    }
+    return all;
+}
+
+InterfacePortal::ComponentT ComponentRunner::find(const std::string& name) const
+{
+    for (InterfacePortal::ComponentT component : portal.getComponents()) {
+        if (name == component->componentName) {
+            return component;
+        }
+    }
+    throw NoSuchComponent("no component is called " + name);
+}
+
+ComponentStatus ComponentRunner::statusOf(InterfacePortal::ComponentT component) const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    const bool isStarted = std::find(started.begin(), started.end(), component) != started.end();
+    const bool hasFailed = failed.count(component) > 0;
+    return {component->componentName, isStarted   ? ComponentState::started
+                                      : hasFailed ? ComponentState::failed
+                                                  : ComponentState::stopped};
 }
 
 void ComponentRunner::requireInterfaces(InterfacePortal::ComponentT component) const
@@ -51,21 +105,38 @@ void ComponentRunner::requireInterfaces(InterfacePortal::ComponentT component) c
 void ComponentRunner::startOne(InterfacePortal::ComponentT component, ZorvStateChangeReason reason)
 {
     const CallResult result = contained([&] { return component->start(reason); });
+    const bool isStarted = !result.threw && result.code == ZORV_RETURN_OK;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        isStarted ? started.push_back(component) : static_cast<void>(failed.insert(component));
+    }
     if (result.threw) {
         throw StartError(nameOf(component) + ": start threw: " + result.text);
     }
     if (result.code != ZORV_RETURN_OK) {
         throw StartError(nameOf(component) + ": start returned " + std::to_string(result.code));
     }
-    started.push_back(component);
     log(ZORV_LOG_INFORMATION, nameOf(component) + " started");
 }
 
 void ComponentRunner::stop(ZorvStateChangeReason reason)
 {
-    while (!started.empty()) {
-        stopOne(started.back(), reason);
-        started.pop_back();
+    const std::lock_guard<std::mutex> lock(changing);
+    stopAll(reason);
+}
+
+void ComponentRunner::stopAll(ZorvStateChangeReason reason)
+{
+    for (;;) {
+        InterfacePortal::ComponentT last = nullptr;
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            if (started.empty()) {
+                return;
+            }
+            last = started.back();
+        }
+        stopOne(last, reason);
     }
 }
 
@@ -79,6 +150,9 @@ void ComponentRunner::stopOne(InterfacePortal::ComponentT component, ZorvStateCh
     } else {
         log(ZORV_LOG_INFORMATION, nameOf(component) + " stopped");
     }
+    const std::lock_guard<std::mutex> lock(mutex);
+    started.erase(std::find(started.begin(), started.end(), component));
+    failed.erase(component);
 }
 
 }  // namespace ZorvNode

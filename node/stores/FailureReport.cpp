@@ -17,8 +17,8 @@ void FailureReport::failed(const std::string& reason)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     lastFailed = ClockT::now();
-    if (!isFailing) {
-        isFailing = true;
+    if (!failing) {
+        failing = true;
         log(ZORV_LOG_ERROR, what + " fails: " + reason);
     }
 }
@@ -26,10 +26,16 @@ void FailureReport::failed(const std::string& reason)
 void FailureReport::worked()
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    if (isFailing && ClockT::now() - lastFailed >= calmTime) {
-        isFailing = false;
+    if (failing && ClockT::now() - lastFailed >= calmTime) {
+        failing = false;
         log(ZORV_LOG_NOTICE, what + " works again");
     }
+}
+
+bool FailureReport::isFailing() const
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    return failing;
 }
 
 }  // namespace ZorvNode

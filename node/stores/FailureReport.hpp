@@ -21,14 +21,16 @@ public:
     void failed(const std::string& reason);
     void worked();
 
+    bool isFailing() const;
+
 private:
     using ClockT = std::chrono::steady_clock;
 
     const LogSinkT log;
     const std::string what;
     const std::chrono::milliseconds calmTime;
-    std::mutex mutex;
-    bool isFailing = false;         // guarded by mutex
+    mutable std::mutex mutex;
+    bool failing = false;           // guarded by mutex
     ClockT::time_point lastFailed;  // guarded by mutex
 };
 

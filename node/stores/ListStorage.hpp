@@ -31,6 +31,12 @@ struct ListItem {
     ListDataT data;
 };
 
+struct ListDescription {
+    std::string name;
+    std::uint32_t itemSize = 0;  ///< bytes
+    std::size_t numberOfItems = 0;
+};
+
 class ListStorage {
 public:
     virtual ~ListStorage() = default;
@@ -57,6 +63,12 @@ public:
 
     /// The first item whose number is at least the given one. -2 there is none.
     virtual ZorvReturnT findFrom(const std::string& list, std::uint64_t number, ListItem& item) = 0;
+
+    /// All lists, by name.
+    virtual std::vector<ListDescription> describeAll() = 0;
+
+    /// Whether changes cannot be recorded for the moment.
+    virtual bool isFailing() const { return false; }
 };
 
 }  // namespace ZorvNode

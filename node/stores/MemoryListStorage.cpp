@@ -157,6 +157,16 @@ ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t n
     return ZORV_RETURN_OK;
 }
 
+std::vector<ListDescription> MemoryListStorage::describeAll()
+{
+    const std::shared_lock<std::shared_mutex> lock(reading);
+    std::vector<ListDescription> all;
+    for (const auto& [name, list] : contents.lists) {
+        all.push_back({name, list.itemSize, list.items.size()});
+    }
+    return all;
+}
+
 MemoryListStorage::List* MemoryListStorage::find(const std::string& list)
 {
     const auto found = contents.lists.find(list);

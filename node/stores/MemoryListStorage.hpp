@@ -27,6 +27,7 @@ public:
     ZorvReturnT erase(const std::string& list, std::uint64_t number) override;
     ZorvReturnT replace(const std::string& list, std::uint64_t number, const void* data) override;
     ZorvReturnT findFrom(const std::string& list, std::uint64_t number, ListItem& item) override;
+    std::vector<ListDescription> describeAll() override;
 
 protected:
     struct List {

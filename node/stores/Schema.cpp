@@ -20,11 +20,26 @@ CREATE TABLE items (
 ) STRICT;
 )";
 
+const char* const inbox = R"(
+CREATE TABLE inbox (
+    number       INTEGER PRIMARY KEY,
+    notification TEXT NOT NULL
+) STRICT;
+)";
+
+const char* const clients = R"(
+CREATE TABLE clients (
+    name  TEXT PRIMARY KEY,
+    last  INTEGER NOT NULL,
+    heard INTEGER NOT NULL
+) STRICT;
+)";
+
 }  // namespace
 
 const Schema& storeSchema()
 {
-    static const Schema schema = {zorv, {lists}};
+    static const Schema schema = {zorv, {lists, inbox, clients}};
     return schema;
 }
 

@@ -24,6 +24,8 @@ public:
     SqliteListStorage(Database& listDatabase, const ListLimits& listLimits, const LogSinkT& logSink,
                       std::chrono::milliseconds calm = std::chrono::seconds(10));
 
+    bool isFailing() const override { return report.isFailing(); }
+
 private:
     ZorvReturnT recordCreate(const std::string& name, const List& list) override;
     ZorvReturnT recordRemove(const List& list) override;

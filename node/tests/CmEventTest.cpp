@@ -77,6 +77,18 @@ protected:
         EXPECT_EQ(0, transactions.commit(tx));
     }
 
+    void set(const std::string& dn, const std::vector<MoNamedValue>& attributes)
+    {
+        management.change({{MoRequest::Kind::set, dn, attributes}});
+    }
+
+    void create(const std::string& dn, const std::vector<MoNamedValue>& attributes)
+    {
+        management.change({{MoRequest::Kind::create, dn, attributes}});
+    }
+
+    void remove(const std::string& dn) { management.change({{MoRequest::Kind::remove, dn, {}}}); }
+
     std::uint64_t count() const
     {
         return std::get<std::uint64_t>(store.snapshot().tree->find("Node=1")->attributes.at("count").values.front());
@@ -96,9 +108,9 @@ TEST_F(CmEventTest, oneEventTellsAllChangesOfATransaction)
 {
     const auto consumer = subscribe({});
 
-    management.set("Node=1", {textValue("name", "r7")});
-    management.create("Node=1,Port=3", {numberValue("speed", 10)});
-    management.remove("Node=1,Port=1");
+    set("Node=1", {textValue("name", "r7")});
+    create("Node=1,Port=3", {numberValue("speed", 10)});
+    remove("Node=1,Port=1");
 
     EXPECT_THAT(consumer->events(router),
                 ElementsAre("tx; 3 Node=1 name", "tx; 1 Node=1,Port=3 speed", "tx; 2 Node=1,Port=1"));
@@ -108,7 +120,7 @@ TEST_F(CmEventTest, aDeletedObjectIsToldWithItsChildren)
 {
     const auto consumer = subscribe({});
 
-    management.remove("Node=1");
+    remove("Node=1");
 
     EXPECT_THAT(consumer->events(router), ElementsAre("tx; 2 Node=1; 2 Node=1,Port=1; 2 Node=1,Port=2"));
 }
@@ -118,7 +130,7 @@ TEST_F(CmEventTest, anEventCarriesTheChangesThatMatchOneOfTheExpressions)
     const auto ports = subscribe({"Port=2$", "Port=9$"});
     const auto nodes = subscribe({"^Node=[^,]+$"});
 
-    management.remove("Node=1");
+    remove("Node=1");
 
     EXPECT_THAT(ports->events(router), ElementsAre("tx; 2 Node=1,Port=2"));
     EXPECT_THAT(nodes->events(router), ElementsAre("tx; 2 Node=1"));
@@ -128,10 +140,10 @@ TEST_F(CmEventTest, nothingIsSentWhenNothingMatchesOrChanges)
 {
     const auto ports = subscribe({"Port=9"});
     const auto all = subscribe({});
-    management.set("Node=1", {textValue("name", "r7")});
+    set("Node=1", {textValue("name", "r7")});
     ASSERT_THAT(all->events(router), ElementsAre("tx; 3 Node=1 name"));
 
-    management.set("Node=1", {textValue("name", "r7")});
+    set("Node=1", {textValue("name", "r7")});
 
     EXPECT_THAT(all->events(router), ElementsAre("tx; 3 Node=1 name"));
     EXPECT_THAT(ports->events(router), IsEmpty());
@@ -141,7 +153,7 @@ TEST_F(CmEventTest, aSubscriptionWithAnInvalidExpressionGetsNothing)
 {
     const auto consumer = subscribe({"("});
 
-    management.remove("Node=1");
+    remove("Node=1");
 
     EXPECT_THAT(consumer->events(router), IsEmpty());
 }
@@ -161,7 +173,7 @@ TEST_F(CmEventTest, managementMayNotWriteReadOnlyAttributes)
     EXPECT_THROW(
         {
             try {
-                management.set("Node=1", {numberValue("count", 4)});
+                set("Node=1", {numberValue("count", 4)});
             } catch (const MoError& e) {
                 EXPECT_STREQ("read-only attribute, \"count\"", e.what());
                 EXPECT_EQ(-1, e.code);
@@ -174,7 +186,7 @@ TEST_F(CmEventTest, managementMayNotWriteReadOnlyAttributes)
 
 TEST_F(CmEventTest, aRefusedManagementWriteChangesNothing)
 {
-    EXPECT_THROW(management.set("Node=1,Port=1", {numberValue("speed", 50), numberValue("speed", 500)}), MoError);
+    EXPECT_THROW(set("Node=1,Port=1", {numberValue("speed", 50), numberValue("speed", 500)}), MoError);
 
     EXPECT_EQ(0U, store.snapshot().tree->find("Node=1,Port=1")->attributes.count("speed"));
     EXPECT_EQ(0U, transactions.getNumberOfTransactions());
@@ -201,7 +213,7 @@ TEST_F(CmEventTest, rereadingKeepsWhatComponentsHaveWritten)
 
 TEST_F(CmEventTest, rereadingTakesBackWhatManagementHasWritten)
 {
-    management.set("Node=1", {textValue("name", "r7")});
+    set("Node=1", {textValue("name", "r7")});
 
     objects.replaceModel(model(first));
 

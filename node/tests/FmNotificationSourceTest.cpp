@@ -1,8 +1,6 @@
 #include "ingress/FmNotificationSource.hpp"
 
-#include <gmock/gmock.h>
-
-#include "RecordingConsumer.hpp"
+#include "SourceFixture.hpp"
 #include "ZorvOamSpiFmAlarmSuppress_1.h"
 
 namespace ZorvNode {
@@ -10,83 +8,125 @@ namespace ZorvNode {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-namespace {
-
-const char* const type2 = YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_2;
-const char* const filter2 = YALT_OAM_SPI_NOTIFICATION_FM_FILTER_TYPE_DATE_TIME_2;
-
-FmNotification at(std::uint64_t eventTime)
-{
-    FmNotification notification;
-    notification.version = 2;
-    notification.dn = "Port=" + std::to_string(eventTime);
-    notification.eventTime = eventTime;
-    return notification;
-}
-
-std::string dnOf(const std::string&, const void* value)
-{
-    return static_cast<const YaltOamSpiNotificationFmStruct_2*>(value)->dn;
-}
-
-}  // namespace
-
-class FmNotificationSourceTest : public ::testing::Test {
+class FmNotificationSourceTest : public SourceFixture {
 protected:
-    void subscribe(const std::shared_ptr<RecordingConsumer>& subscriber, const char* eventType, const char* name,
-                   const char* value)
+    static FmNotification clear(const std::string& dn, std::uint64_t eventTime)
     {
-        YaltNameValuePair pair = {name, value};
-        YaltNameValuePair* filter[] = {name != nullptr ? &pair : nullptr, nullptr};
-        unsigned long id = 0;
-        router.registerConsumer(subscriber, id);
-        router.addSubscription(id, eventType, filter);
+        FmNotification notification = at(eventTime);
+        notification.dn = dn;
+        notification.severity = YALT_FM_SEVERITY_CLEARED;
+        return notification;
     }
 
-    EventRouter router{{}, [](std::int32_t, const std::string&) {}};
-    FmNotificationSource source{router, 3};
-    const std::shared_ptr<RecordingConsumer> consumer = std::make_shared<RecordingConsumer>(&dnOf);
+    FmNotificationSource source{router, 20, nullptr, log.sink()};
 };
 
-TEST_F(FmNotificationSourceTest, aSubscriberIsSentRetainedNotificationsYoungerThanItsTimeThenNewOnes)
+// --- what a subscriber is sent
+
+TEST_F(FmNotificationSourceTest, aSubscriberIsSentWhatHasItsTimeAndFollowsThenNewOnesInTheOrderOfAcceptance)
 {
-    source.publish(at(100));
-    source.publish(at(200));
-    source.publish(at(300));
+    publish(source, {300, 100, 200});
 
-    subscribe(consumer, type2, filter2, "100");
-    source.publish(at(400));
+    subscribeFrom(consumer, "100");
+    publish(source, {50, 400});
 
-    EXPECT_THAT(consumer->events(router), ElementsAre("Port=200", "Port=300", "Port=400"));
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=200", "Port=50", "Port=400"));
+    EXPECT_EQ(2U, source.getStatistics().sentAgain);
+    EXPECT_EQ(5U, source.getStatistics().accepted);
 }
 
-TEST_F(FmNotificationSourceTest, newNotificationsAreSentWhateverTheirTime)
+TEST_F(FmNotificationSourceTest, itBeginsWithTheFirstOneThatHasItsTime)
 {
-    subscribe(consumer, type2, filter2, "100");
+    publish(source, {50, 100, 200, 100, 300});
 
-    source.publish(at(99));
-    source.publish(at(101));
+    subscribeFrom(consumer, "100");
 
-    EXPECT_THAT(consumer->events(router), ElementsAre("Port=99", "Port=101"));
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=200", "Port=100", "Port=300"));
+    EXPECT_EQ(0U, source.getNumberWaiting());
 }
 
-TEST_F(FmNotificationSourceTest, onlyTheLatestAreRetained)
+TEST_F(FmNotificationSourceTest, aClearOfOneAlarmThatHasItsTimeIsNotSentAgain)
 {
-    for (std::uint64_t time = 1; time <= 5; ++time) {
-        source.publish(at(time));
-    }
+    publish(source, {50});
+    source.publish({clear("Port=100", 100)});
+    publish(source, {200});
 
-    subscribe(consumer, type2, filter2, "0");
+    subscribeFrom(consumer, "100");
 
-    EXPECT_THAT(consumer->events(router), ElementsAre("Port=3", "Port=4", "Port=5"));
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=200"));
+    EXPECT_EQ(0U, source.getNumberWaiting());
+}
+
+TEST_F(FmNotificationSourceTest, aClearByPatternThatHasItsTimeIsSentAgain)
+{
+    source.publish({clear("Port=1.*", 100)});
+
+    subscribeFrom(consumer, "100");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1.*"));
+}
+
+TEST_F(FmNotificationSourceTest, aClearThatHasAnotherTimeIsSent)
+{
+    publish(source, {100});
+    source.publish({clear("Port=100", 200)});
+
+    subscribeFrom(consumer, "100");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=100"));
+}
+
+TEST_F(FmNotificationSourceTest, withoutOneThatHasItsTimeItIsSentEverything)
+{
+    publish(source, {100, 200, 300});
+
+    subscribeFrom(consumer, "150");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=200", "Port=300"));
+}
+
+TEST_F(FmNotificationSourceTest, aTimeOfZeroIsEverythingEvenWhenNotificationsHaveNoTime)
+{
+    publish(source, {0, 1});
+
+    subscribeFrom(consumer, "0");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=0", "Port=1"));
+}
+
+TEST_F(FmNotificationSourceTest, theYoungestOfSeveralTimesCounts)
+{
+    publish(source, {100, 200, 300});
+    YaltNameValuePair older = {filter2, "100"};
+    YaltNameValuePair younger = {filter2, "200"};
+    YaltNameValuePair* filter[] = {&younger, &older, nullptr};
+    unsigned long id = 0;
+    router.registerConsumer(consumer, id);
+
+    router.addSubscription(id, type2, filter);
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=200", "Port=300"));
+}
+
+TEST_F(FmNotificationSourceTest, anotherEventTypesNotificationIsNeitherSentNorTakenForItsTime)
+{
+    FmNotification other = at(200);
+    other.version = 1;
+    publish(source, {100});
+    source.publish({other});
+    publish(source, {300});
+
+    subscribeFrom(consumer, "200");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=300"));
 }
 
 TEST_F(FmNotificationSourceTest, aSubscriberWithoutATimeIsSentNewNotificationsOnly)
 {
-    source.publish(at(100));
+    publish(source, {100});
 
-    subscribe(consumer, type2, nullptr, nullptr);
-    source.publish(at(50));
+    subscribe(consumer);
+    publish(source, {50});
 
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=50"));
 }
@@ -94,12 +134,27 @@ TEST_F(FmNotificationSourceTest, aSubscriberWithoutATimeIsSentNewNotificationsOn
 TEST_F(FmNotificationSourceTest, aFilterOfAnotherKindIsRefused)
 {
     subscribe(consumer, type2, "SomethingElse", "0");
-    subscribe(consumer, type2, filter2, "yesterday");
+    subscribe(newConsumer(), type2, filter2, "yesterday");
+    subscribe(newConsumer(), ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1, filter2, "0");
 
-    source.publish(at(100));
+    publish(source, {100});
 
     EXPECT_THAT(consumer->events(router), IsEmpty());
+    EXPECT_EQ(1U, source.getNumberWaiting());
 }
+
+TEST_F(FmNotificationSourceTest, aBatchIsAcceptedInItsOrder)
+{
+    subscribe(consumer);
+
+    source.publish({at(3), at(1), at(2)});
+    source.publish({});
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=3", "Port=1", "Port=2"));
+    EXPECT_EQ(3U, source.getNumberInInbox());
+}
+
+// --- in which form
 
 TEST_F(FmNotificationSourceTest, notificationsGoUnderTheEventTypeOfTheirFrameworkAndVersion)
 {
@@ -108,7 +163,7 @@ TEST_F(FmNotificationSourceTest, notificationsGoUnderTheEventTypeOfTheirFramewor
     for (const char* eventType : {ZORV_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_1, ZORV_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_2,
                                   YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_1, YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_2,
                                   YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_4}) {
-        subscribe(types, eventType, nullptr, nullptr);
+        subscribe(types, eventType);
     }
 
     for (const auto& [framework, version] : std::vector<std::pair<FmFramework, int>>{{FmFramework::zorv, 1},
@@ -119,7 +174,7 @@ TEST_F(FmNotificationSourceTest, notificationsGoUnderTheEventTypeOfTheirFramewor
         FmNotification notification = at(1);
         notification.framework = framework;
         notification.version = version;
-        source.publish(notification);
+        source.publish({notification});
         router.waitUntilIdle(std::chrono::seconds(10));
     }
 
@@ -138,7 +193,7 @@ TEST_F(FmNotificationSourceTest, versionFourCarriesAllFields)
                it.additionalInfo.entries[1].name + "=" + it.additionalInfo.entries[1].value + " of " +
                std::to_string(it.additionalInfo.numberOfEntries);
     });
-    subscribe(fields, YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_4, nullptr, nullptr);
+    subscribe(fields, YALT_OAM_SPI_NOTIFICATION_FM_EVENT_TYPE_4);
     FmNotification notification;
     notification.dn = "Port=1";
     notification.majorType = 32473;
@@ -148,7 +203,7 @@ TEST_F(FmNotificationSourceTest, versionFourCarriesAllFields)
     notification.severity = -4;
     notification.info = {{"a", "b"}, {"c", "d"}};
 
-    source.publish(notification);
+    source.publish({notification});
 
     EXPECT_THAT(fields->events(router), ElementsAre("Port=1 32473 9 77 loss -4 c=d of 2"));
 }
@@ -158,7 +213,7 @@ TEST_F(FmNotificationSourceTest, suppressionIsSentAsOneAndZero)
     const auto states = std::make_shared<RecordingConsumer>([](const std::string&, const void* value) {
         return std::to_string(*static_cast<const ZorvOamSpiFmAlarmSuppressType_1*>(value));
     });
-    subscribe(states, ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1, nullptr, nullptr);
+    subscribe(states, ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1);
 
     source.suppress(true);
     source.suppress(false);

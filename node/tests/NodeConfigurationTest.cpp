@@ -49,6 +49,14 @@ TEST_F(NodeConfigurationTest, theLeastHasDefaultsAndPathsRelativeToTheFile)
     EXPECT_EQ(6, it.logLevel);
     EXPECT_EQ(1000000U, it.logRotation.fileSize);
     EXPECT_EQ(10000U, it.queueBound);
+    EXPECT_EQ(10000U, it.inboxBound);
+}
+
+TEST_F(NodeConfigurationTest, theInboxHoldsNoMoreThanAQueue)
+{
+    EXPECT_EQ(
+        7U, read(least + "<eventRouter><queueBound>7</queueBound><inboxBound>8</inboxBound></eventRouter>").inboxBound);
+    EXPECT_EQ(7U, read(least + "<eventRouter><queueBound>7</queueBound></eventRouter>").inboxBound);
 }
 
 TEST_F(NodeConfigurationTest, everyElementIsRead)
@@ -59,8 +67,8 @@ TEST_F(NodeConfigurationTest, everyElementIsRead)
         "</level><fileSize>1000</fileSize><keptFiles>3</keptFiles></log>"
         "<trace><fileSize>2000</fileSize><keptFiles>4</keptFiles><group name='Fm' level='8'/><group name='Node' "
         "level='1'/></trace>"
-        "<eventRouter><queueBound>11</queueBound><consumerBound>12</consumerBound><retainedNotifications>0</"
-        "retainedNotifications></eventRouter>"
+        "<eventRouter><queueBound>11</queueBound><consumerBound>12</consumerBound>"
+        "<inboxBound>10</inboxBound></eventRouter>"
         "<replicatedLists><listBound>13</listBound><itemBound>14</itemBound><store>memory</store><durability> power "
         "</durability></replicatedLists>"
         "<managedObjects><transactionBound>15</transactionBound></managedObjects>"
@@ -79,7 +87,7 @@ TEST_F(NodeConfigurationTest, everyElementIsRead)
     EXPECT_THAT(it.traceLevels, ElementsAre(Pair("Fm", 8), Pair("Node", 1)));
     EXPECT_EQ(11U, it.queueBound);
     EXPECT_EQ(12U, it.consumerBound);
-    EXPECT_EQ(0U, it.retainedNotifications);
+    EXPECT_EQ(10U, it.inboxBound);
     EXPECT_EQ(13U, it.listBound);
     EXPECT_EQ(14U, it.itemBound);
     EXPECT_EQ(15U, it.transactionBound);

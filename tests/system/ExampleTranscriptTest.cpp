@@ -5,17 +5,16 @@
 
 #include <Poco/File.h>
 #include <Poco/RegularExpression.h>
-#include <Poco/String.h>
 #include <gmock/gmock.h>
 
 #include <fstream>
 #include <sstream>
 
-#include "Process.hpp"
-#include "TemporaryDirectory.hpp"
+#include "RunningNode.hpp"
 
 namespace ZorvTest {
 
+using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 
 namespace {
@@ -41,12 +40,10 @@ void setElement(std::string& document, const std::string& name, const std::strin
 /// Senders of version 1 give no event time: the library stamps those with the monotonic clock, which begins in 1970.
 std::string withoutMonotonicTimes(std::string text)
 {
-    const Poco::RegularExpression time("19[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]+");
-    Poco::RegularExpression::Match match;
-    for (std::size_t position = 0; time.match(text, position, match) > 0; position = match.offset + match.length) {
-        text.replace(match.offset, match.length,
-                     Poco::translate(text.substr(match.offset, match.length), "0123456789", "##########"));
-    }
+    const int all = Poco::RegularExpression::RE_GLOBAL;
+    Poco::RegularExpression("(?<=[eE]ventTime\":)[0-9]{1,17}(?=[,}])").subst(text, "0", all);
+    Poco::RegularExpression("(?<=LastEventTime\":\"|[^0-9])19[0-9]{2}-[0-9-]+T[0-9:.]+\\+00:00")
+        .subst(text, "monotonic", all);
     return text;
 }
 
@@ -84,26 +81,26 @@ void expectText(const std::string& name, const std::string& actual)
 
 TEST(ExampleTranscriptTest, theBusyHourGivesTheNotificationsAlarmLogAndActiveAlarmsExpected)
 {
-    const TemporaryDirectory directory;
+    const NodeFiles files;
     std::string configuration = readFile(example + "/node.xml");
     setElement(configuration, "library", FM_LIBRARY);
     setElement(configuration, "model", example + "/alarm-model.xml");
-    setElement(configuration, "runDirectory", directory.path("run"));
-    setElement(configuration, "logDirectory", directory.path("log"));
-    setElement(configuration, "stateDirectory", directory.path("state"));
-    directory.write("node.xml", configuration);
+    setElement(configuration, "runDirectory", files.path("run"));
+    setElement(configuration, "logDirectory", files.path("log"));
+    setElement(configuration, "stateDirectory", files.path("state"));
+    files.directory.write("node.xml", configuration);
 
-    const ProcessResult result =
-        runProcess({ZORVD, "--config", directory.path("node.xml"), "--play", example + "/busy-hour.jsonl", "--speed",
-                    "100000", "--follow", "--show-alarms"},
-                   {"TZ=UTC"});
+    RunningNode node(files);
+    EXPECT_THAT(node.out({"play", example + "/busy-hour.jsonl", "--speed", "100000"}),
+                MatchesRegex("played 2197 actions \\(1238 raises, 871 clears, 68 alerts\\) in [0-9.]+ s\n"));
 
-    EXPECT_EQ(0, result.exitCode);
-    EXPECT_THAT(result.err,
-                MatchesRegex("zorvd: played 2197 actions \\(1238 raises, 871 clears, 68 alerts\\) in [0-9.]+ s: "
-                             "282 alarm notifications northbound, 294 records in the alarm log, 0 events lost\n"));
-    expectText("busy-hour.northbound.txt", withoutMonotonicTimes(result.out));
-    expectText("busy-hour.alarmlog.txt", withoutMonotonicTimes(withoutLogTimes(directory.read("log/FmAlarmLog.log"))));
+    expectText("busy-hour.version3.jsonl", withoutMonotonicTimes(node.out({"notifications", "--json"})));
+    expectText("busy-hour.version2.jsonl",
+               withoutMonotonicTimes(node.out({"notifications", "--json", "--version", "2"})));
+    expectText("busy-hour.alarms.json", withoutMonotonicTimes(node.out({"alarms", "--json"})));
+    expectText("busy-hour.alarmlog.txt",
+               withoutMonotonicTimes(withoutLogTimes(files.directory.read("log/FmAlarmLog.log"))));
+    EXPECT_THAT(node.out({"counters"}), HasSubstr("\neventsLost                0\n"));
 }
 
 }  // namespace ZorvTest

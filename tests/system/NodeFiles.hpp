@@ -15,19 +15,21 @@ public:
     {
         writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so");
         directory.write("model.xml", "<ZorvModel>\n<class name=\"Node\"/>\n<object dn=\"Node=1\"/>\n</ZorvModel>\n");
-        directory.write("play.jsonl", "{\"at\":0,\"suppress\":\"on\"}\n");
     }
 
     /// @param further elements.
-    void writeConfiguration(const std::string& library, const std::string& further = "") const
+    void writeConfiguration(const std::string& library, const std::string& further = "",
+                            const std::string& parameters = "") const
     {
         directory.write("node.xml", "<ZorvNode>\n<library>" + library + "</library>\n<model>model.xml</model>\n" +
-                                        further + "<ZorvFmComponent/>\n</ZorvNode>\n");
+                                        further + "<ZorvFmComponent>" + parameters +
+                                        "</ZorvFmComponent>\n</ZorvNode>\n");
     }
 
     std::string path(const std::string& name) const { return directory.path(name); }
+    std::string socket() const { return path("run/zorvd.sock"); }
 
-    /// The command line that plays the scenario, with further arguments behind it.
+    /// The command line that starts the node, with further arguments behind it.
     std::vector<std::string> command(const std::vector<std::string>& further = {}) const
     {
         std::vector<std::string> line = {ZORVD, "--config", path("node.xml")};
@@ -35,7 +37,8 @@ public:
         return line;
     }
 
-    ProcessResult play() const { return runProcess(command({"--play", path("play.jsonl")})); }
+    /// For a node that is to refuse its start.
+    ProcessResult runNode() const { return runProcess(command()); }
 
     const TemporaryDirectory directory;
 };

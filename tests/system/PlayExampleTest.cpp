@@ -18,7 +18,7 @@ const std::string script = PLAY_EXAMPLE;
 
 }  // namespace
 
-TEST(PlayExampleTest, showsNotificationsAlarmLogAndActiveAlarms)
+TEST(PlayExampleTest, showsNotificationsAlarmLogAndActiveAlarmsAndLeavesNoNodeBehind)
 {
     const ProcessResult result = runProcess({script, BUILD, "100000"});
 
@@ -39,15 +39,17 @@ TEST(PlayExampleTest, showsNotificationsAlarmLogAndActiveAlarms)
                           "is back in service\n"
                           "          and 21 more like it\n"));
     EXPECT_THAT(result.out, HasSubstr("\nAlarm log, 294 records; the last two:\n\n<FmLogRecord>\n"));
-    EXPECT_THAT(result.out, HasSubstr("\nActive alarms, read as FmAlarm managed objects: 13\n\n"
-                                      "    1  07:00:05  WARNING   Equipment=1,Slot=5 · Line Card Missing · planned for "
-                                      "2025-04, not delivered\n"));
-    EXPECT_THAT(result.out, HasSubstr("\n  112  07:58:36  WARNING   Equipment=1,Processor=1 · Memory Low · 11 % free\n"
-                                      "\n"
-                                      "played 2197 actions (1238 raises, 871 clears, 68 alerts) in "));
+    EXPECT_THAT(result.out, HasSubstr("\nraise: taken by the node\nalert: taken by the node\nclear: taken by the node\n"
+                                      "sent 3, rejected 0\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nActive alarms:\n\nID   SEVERITY  LAST EVENT "));
+    EXPECT_THAT(result.out, HasSubstr("\n112  WARNING   2025-03-12T07:58:36.000+00:00  ManagedElement=1,Equipment=1,"
+                                      "Processor=1 "));
+    EXPECT_THAT(result.out, HasSubstr("\nplayed 2197 actions (1238 raises, 871 clears, 68 alerts) in "));
+    EXPECT_FALSE(Poco::File(BUILD "/example/run/zorvd.pid").exists());
+    EXPECT_FALSE(Poco::File(BUILD "/example/run/zorvd.sock").exists());
 }
 
-TEST(PlayExampleTest, aPlayThatFailsFailsWithTheMessagesOfTheNode)
+TEST(PlayExampleTest, aNodeThatDoesNotStartIsAFailureWithItsMessages)
 {
     const TemporaryDirectory build;
     Poco::File(build.path("node")).createDirectories();
@@ -56,7 +58,7 @@ TEST(PlayExampleTest, aPlayThatFailsFailsWithTheMessagesOfTheNode)
     const ProcessResult result = runProcess({script, build.path()});
 
     EXPECT_EQ(1, result.exitCode);
-    EXPECT_EQ("zorvd: cannot start\nplay-example: the play failed\n", result.err);
+    EXPECT_EQ("zorvd: cannot start\nplay-example: the node does not start\n", result.err);
 }
 
 TEST(PlayExampleTest, aFolderWithoutANodeIsRefused)

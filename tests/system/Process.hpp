@@ -30,12 +30,12 @@ public:
     bool awaitOutput(const std::string& text);
     bool awaitError(const std::string& text);
 
+    bool hasEnded();
     ProcessResult awaitEnd();
 
 private:
     bool await(int file, const std::string& text);
     std::string read(int file) const;
-    bool hasEnded();
 
     int outFile;
     int errFile;

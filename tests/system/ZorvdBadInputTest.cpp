@@ -1,18 +1,16 @@
 #include <Poco/File.h>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "NodeFiles.hpp"
 
 namespace ZorvTest {
-
-using ::testing::StartsWith;
 
 class ZorvdBadInputTest : public ::testing::Test {
 protected:
     /// zorvd says this one line, after the file's name, exits with 2 and has started nothing.
     void expectRefused(const std::string& file, const std::string& message)
     {
-        const ProcessResult result = files.play();
+        const ProcessResult result = files.runNode();
         EXPECT_EQ("zorvd: " + files.path(file) + message + "\n", result.err);
         EXPECT_EQ("", result.out);
         EXPECT_EQ(2, result.exitCode);
@@ -118,46 +116,6 @@ TEST_F(ZorvdBadInputTest, wrongValueInTheModel)
     expectRefused("model.xml", ":3: unknown class, \"Nodes\"");
 }
 
-// --- scenario
-
-TEST_F(ZorvdBadInputTest, missingScenario)
-{
-    remove("play.jsonl");
-    expectRefused("play.jsonl", ": cannot be read: No such file or directory");
-}
-
-TEST_F(ZorvdBadInputTest, emptyScenario)
-{
-    write("play.jsonl", "\n\n");
-    expectRefused("play.jsonl", ": no action in the file");
-}
-
-TEST_F(ZorvdBadInputTest, truncatedScenario)
-{
-    write("play.jsonl", "{\"at\":0,\"suppress\":\"on\"}\n{\"at\":1,\"supp");
-    const ProcessResult result = files.play();
-    EXPECT_THAT(result.err, StartsWith("zorvd: " + files.path("play.jsonl") + ":2: not JSON"));
-    EXPECT_EQ(2, result.exitCode);
-}
-
-TEST_F(ZorvdBadInputTest, scenarioNestedTooDeeply)
-{
-    std::string deep = "1";
-    for (int level = 0; level < 20000; ++level) {
-        deep = "[" + deep + "]";
-    }
-    write("play.jsonl", "{\"at\":0,\"set\":{\"dn\":\"Node=1\",\"attributes\":{\"a\":" + deep + "}}}\n");
-    const ProcessResult result = files.play();
-    EXPECT_THAT(result.err, StartsWith("zorvd: " + files.path("play.jsonl") + ":1: not JSON"));
-    EXPECT_EQ(2, result.exitCode);
-}
-
-TEST_F(ZorvdBadInputTest, wrongValueInTheLastLineOfTheScenario)
-{
-    write("play.jsonl", "{\"at\":0,\"suppress\":\"on\"}\n{\"at\":1,\"suppress\":\"maybe\"}\n");
-    expectRefused("play.jsonl", ":2: suppress: not on or off, \"maybe\"");
-}
-
 // --- command line
 
 TEST_F(ZorvdBadInputTest, missingOption)
@@ -176,12 +134,12 @@ TEST_F(ZorvdBadInputTest, unknownOption)
     EXPECT_EQ(2, result.exitCode);
 }
 
-TEST_F(ZorvdBadInputTest, speedThatIsNoFactor)
+TEST_F(ZorvdBadInputTest, socketPathThatNoSocketCanHave)
 {
-    const ProcessResult result = runProcess(files.command({"--play", files.path("play.jsonl"), "--speed", "0"}));
-
-    EXPECT_EQ("zorvd: --speed: not a factor from 0.001 to 1000000, \"0\"; see zorvd --help\n", result.err);
-    EXPECT_EQ(2, result.exitCode);
+    const std::string path = "/" + std::string(107, 'x');
+    write("node.xml", "<ZorvNode>\n<library>a.so</library>\n<model>model.xml</model>\n<api><socket>" + path +
+                          "</socket></api>\n</ZorvNode>");
+    expectRefused("node.xml", ":4: api/socket: longer than 107 bytes, \"" + path + "\"");
 }
 
 // --- what is not input
@@ -190,7 +148,7 @@ TEST_F(ZorvdBadInputTest, libraryThatCannotBeLoadedIsAFailure)
 {
     files.writeConfiguration(std::string(BAD_LIBRARIES) + "/InitFails.so");
 
-    const ProcessResult result = files.play();
+    const ProcessResult result = files.runNode();
 
     EXPECT_EQ("zorvd: library " + std::string(BAD_LIBRARIES) + "/InitFails.so: zorvLCMinit returned -7\n", result.err);
     EXPECT_EQ(1, result.exitCode);
@@ -200,7 +158,7 @@ TEST_F(ZorvdBadInputTest, componentThatDoesNotStartIsAFailure)
 {
     files.writeConfiguration(std::string(BAD_LIBRARIES) + "/StartThrows.so");
 
-    const ProcessResult result = files.play();
+    const ProcessResult result = files.runNode();
 
     EXPECT_EQ("zorvd: component BadComponent: start threw: no thread\n", result.err);
     EXPECT_EQ(1, result.exitCode);

@@ -4,28 +4,14 @@
 
 #include <filesystem>
 
-#include "NodeFiles.hpp"
+#include "RunningNode.hpp"
 
 namespace ZorvTest {
 
-using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::StartsWith;
 
 class ZorvdLifeTest : public ::testing::Test {
 protected:
-    /// Waits until the node's own log says so.
-    bool awaitLog(const std::string& text) const
-    {
-        for (int attempt = 0; attempt < 1000; ++attempt) {
-            if (files.directory.read("run/log/SystemLog.log").find(text) != std::string::npos) {
-                return true;
-            }
-            usleep(10000);
-        }
-        return false;
-    }
-
     /// A second node was told which process holds the directory.
     void expectHeld(const std::string& directory, const std::string& file, const ProcessResult& second) const
     {
@@ -40,87 +26,81 @@ protected:
     NodeFiles files;
 };
 
-TEST_F(ZorvdLifeTest, aPlayEndsByItselfWithASummary)
+TEST_F(ZorvdLifeTest, sigtermStopsTheComponentsAndLeavesNothingBehind)
 {
-    const ProcessResult result = files.play();
+    RunningNode node(files);
 
-    EXPECT_THAT(result.err, StartsWith("zorvd: played 1 actions (0 raises, 0 clears, 0 alerts) in "));
-    EXPECT_THAT(result.err,
-                EndsWith(" s: 0 alarm notifications northbound, 0 records in the alarm log, 0 events lost\n"));
+    const ProcessResult result = node.stop();
+
+    EXPECT_EQ(0, result.exitCode);
     EXPECT_EQ("", result.out);
-    EXPECT_EQ(0, result.exitCode);
-}
-
-TEST_F(ZorvdLifeTest, sigtermStopsTheComponentsInOrder)
-{
-    RunningProcess zorvd(files.command());
-    ASSERT_TRUE(awaitLog("node started"));
-
-    zorvd.signal(SIGTERM);
-    const ProcessResult result = zorvd.awaitEnd();
-
-    EXPECT_EQ(0, result.exitCode);
     EXPECT_EQ("", result.err);
     EXPECT_THAT(files.directory.read("run/log/SystemLog.log"),
                 HasSubstr("INFORMATION component BadComponent stopped\n"));
     EXPECT_FALSE(std::filesystem::exists(files.path("run/zorvd.pid")));
+    EXPECT_FALSE(std::filesystem::exists(files.socket()));
 }
 
-TEST_F(ZorvdLifeTest, sigintInterruptsAPlay)
+TEST_F(ZorvdLifeTest, sigintDoesTheSame)
 {
-    files.directory.write("play.jsonl", "{\"at\":3600,\"suppress\":\"on\"}\n");
-    RunningProcess zorvd(files.command({"--play", files.path("play.jsonl")}));
-    ASSERT_TRUE(awaitLog("node started"));
+    RunningNode node(files);
 
-    zorvd.signal(SIGINT);
-    const ProcessResult result = zorvd.awaitEnd();
+    node.process().signal(SIGINT);
 
-    EXPECT_EQ(0, result.exitCode);
-    EXPECT_THAT(result.err, StartsWith("zorvd: interrupted after 0 actions"));
+    EXPECT_EQ(0, node.process().awaitEnd().exitCode);
+    EXPECT_FALSE(std::filesystem::exists(files.socket()));
+}
+
+TEST_F(ZorvdLifeTest, sigtermEndsStreamsAndWaitingRequests)
+{
+    RunningNode node(files);
+    RunningProcess follower(ctlCommand(files.socket(), {"notifications", "--follow"}));
+    RunningProcess log(ctlCommand(files.socket(), {"log", "--follow"}));
+    ASSERT_TRUE(log.awaitOutput("node started"));
+
+    EXPECT_EQ(0, node.stop().exitCode);
+
+    EXPECT_TRUE(log.awaitError("zorvctl: the node has ended the stream; connecting again\n"));
+    EXPECT_TRUE(follower.awaitError("zorvctl: the node has ended the stream; connecting again\n"));
 }
 
 TEST_F(ZorvdLifeTest, sighupRereadsTheModel)
 {
-    RunningProcess zorvd(files.command());
-    ASSERT_TRUE(awaitLog("node started"));
+    RunningNode node(files);
 
-    zorvd.signal(SIGHUP);
+    node.process().signal(SIGHUP);
 
-    EXPECT_TRUE(zorvd.awaitError("zorvd: model reread\n"));
+    EXPECT_TRUE(node.process().awaitError("zorvd: model reread\n"));
 }
 
 TEST_F(ZorvdLifeTest, aWrongModelAtSighupLeavesTheOneInUse)
 {
-    RunningProcess zorvd(files.command());
-    ASSERT_TRUE(awaitLog("node started"));
+    RunningNode node(files);
     files.directory.write("model.xml", "<ZorvModel>\n<object dn=\"Node=1\"/></ZorvModel>");
 
-    zorvd.signal(SIGHUP);
+    node.process().signal(SIGHUP);
 
-    EXPECT_TRUE(zorvd.awaitError("zorvd: the model in use stays: " + files.path("model.xml") +
-                                 ":2: unknown class, \"Node\"\n"));
-    zorvd.signal(SIGTERM);
-    EXPECT_EQ(0, zorvd.awaitEnd().exitCode);
+    EXPECT_TRUE(node.process().awaitError("zorvd: the model in use stays: " + files.path("model.xml") +
+                                          ":2: unknown class, \"Node\"\n"));
+    EXPECT_EQ(0, node.stop().exitCode);
 }
 
 TEST_F(ZorvdLifeTest, aRunDirectoryBelongsToOneNode)
 {
-    RunningProcess first(files.command());
-    ASSERT_TRUE(awaitLog("node started"));
+    const RunningNode first(files);
 
-    const ProcessResult second = files.play();
+    const ProcessResult second = files.runNode();
 
     expectHeld("run", "zorvd.pid", second);
 }
 
 TEST_F(ZorvdLifeTest, aStateDirectoryBelongsToOneNode)
 {
-    RunningProcess first(files.command());
-    ASSERT_TRUE(awaitLog("node started"));
+    const RunningNode first(files);
     files.writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so",
                              "<runDirectory>other</runDirectory><stateDirectory>run/state</stateDirectory>");
 
-    const ProcessResult second = files.play();
+    const ProcessResult second = files.runNode();
 
     expectHeld("run/state", "zorv.lock", second);
 }
@@ -130,14 +110,14 @@ TEST_F(ZorvdLifeTest, aNodeWithItsListsInMemoryHasNoStateDirectory)
     files.writeConfiguration(std::string(BAD_LIBRARIES) + "/WellBehaved.so",
                              "<replicatedLists><store>memory</store></replicatedLists>");
 
-    EXPECT_EQ(0, files.play().exitCode);
+    EXPECT_EQ(0, RunningNode(files).stop().exitCode);
 
     EXPECT_FALSE(std::filesystem::exists(files.path("run/state")));
 }
 
 TEST_F(ZorvdLifeTest, theStateIsTheOwnersAlone)
 {
-    EXPECT_EQ(0, files.play().exitCode);
+    EXPECT_EQ(0, RunningNode(files).stop().exitCode);
 
     const auto all = std::filesystem::perms::mask;
     EXPECT_EQ(std::filesystem::perms(0700), std::filesystem::status(files.path("run/state")).permissions() & all);
@@ -151,8 +131,8 @@ TEST_F(ZorvdLifeTest, aDamagedStoreStopsTheStartUntilItIsAcceptedThatTheListsAre
     const std::string store = files.directory.write("run/state/zorv.db", "no database, and not short");
     const std::string damage = store + ": file is not a database";
 
-    const ProcessResult refused = files.play();
-    const ProcessResult accepted = runProcess(files.command({"--play", files.path("play.jsonl"), "--accept-empty"}));
+    const ProcessResult refused = files.runNode();
+    const ProcessResult accepted = RunningNode(files, {"--accept-empty"}).stop();
 
     EXPECT_EQ("zorvd: " + damage +
                   "; put a good copy in its place, or start with --accept-empty: the file is set aside "
@@ -164,21 +144,11 @@ TEST_F(ZorvdLifeTest, aDamagedStoreStopsTheStartUntilItIsAcceptedThatTheListsAre
                 HasSubstr("WARNING " + damage + "; set aside as " + store + ".corrupt-"));
 }
 
-TEST_F(ZorvdLifeTest, aRefusedActionEndsThePlayAsAFailure)
-{
-    files.directory.write("play.jsonl", "{\"at\":0,\"delete\":{\"dn\":\"Node=9\"}}\n");
-
-    const ProcessResult result = files.play();
-
-    EXPECT_EQ("zorvd: " + files.path("play.jsonl") + ":1: no such object, \"Node=9\"\n", result.err);
-    EXPECT_EQ(1, result.exitCode);
-}
-
 TEST_F(ZorvdLifeTest, helpTeachesWithExamplesAndExitCodes)
 {
     const ProcessResult result = runProcess({ZORVD, "--help"});
 
-    EXPECT_THAT(result.out, HasSubstr("zorvd --config node.xml --play hour.jsonl --speed 600"));
+    EXPECT_THAT(result.out, HasSubstr("zorvctl --socket PATH alarms"));
     EXPECT_THAT(result.out, HasSubstr("Exit codes:"));
     EXPECT_EQ(0, result.exitCode);
 }

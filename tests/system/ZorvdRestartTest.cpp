@@ -4,13 +4,11 @@
 
 #include <filesystem>
 
-#include "NodeFiles.hpp"
+#include "RunningNode.hpp"
 
 namespace ZorvTest {
 
 using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
 
 class ZorvdRestartTest : public ::testing::Test {
 protected:
@@ -21,42 +19,92 @@ protected:
                                    std::filesystem::copy_options::overwrite_existing);
     }
 
-    /// The active alarms at the end of a scenario of these lines.
-    std::string activeAlarmsAfter(const std::string& scenario)
+    static void raise(const RunningNode& node, const std::string& port)
     {
-        files.directory.write("play.jsonl", scenario);
-        const ProcessResult result =
-            runProcess(files.command({"--play", files.path("play.jsonl"), "--show-alarms"}), {"TZ=UTC"});
-        EXPECT_EQ(0, result.exitCode) << result.err;
-        return result.out;
+        node.out({"raise", "ManagedElement=1,Port=" + port, "32473/202", "--severity", "major", "--text", "no light",
+                  "--time", "2024-05-01T06:00:0" + port + "Z"});
+    }
+
+    static std::string alarms(const RunningNode& node)
+    {
+        node.settle();
+        return node.out({"alarms"});
+    }
+
+    static constexpr const char* heading =
+        "ID  SEVERITY  LAST EVENT                     RESOURCE                 TYPE       PROBLEM            TEXT\n";
+
+    static std::string line(const std::string& id, const std::string& port)
+    {
+        return id + "   MINOR     2024-05-01T06:00:0" + port + ".000+00:00  ManagedElement=1,Port=" + port +
+               "  32473/202  Line Card Missing  no light\n";
     }
 
     NodeFiles files;
 };
 
-TEST_F(ZorvdRestartTest, activeAlarmsAndTheirNumbersGoOn)
+TEST_F(ZorvdRestartTest, anOrderlyEndKeepsAlarmsAndNumbering)
 {
-    const std::string first = activeAlarmsAfter(
-        R"({"at":0,"raise":{"dn":"ManagedElement=1,Port=1","majorType":32473,"minorType":202,"severity":"MAJOR","text":"no light"}})"
-        "\n"
-        R"({"at":0,"raise":{"dn":"ManagedElement=1,Port=2","majorType":32473,"minorType":202,"severity":"MINOR"}})"
-        "\n");
-    EXPECT_THAT(first, StartsWith("active alarms: 2\n"));
-    EXPECT_THAT(first, HasSubstr("no light"));
+    {
+        RunningNode node(files);
+        raise(node, "1");
+        raise(node, "2");
+        EXPECT_EQ(heading + line("1", "1") + line("2", "2") + "2 active alarms\n", alarms(node));
+        EXPECT_EQ(0, node.stop().exitCode);
+    }
+    const RunningNode node(files);
+    EXPECT_EQ(heading + line("1", "1") + line("2", "2") + "2 active alarms\n", alarms(node));
 
-    const std::string restarted = activeAlarmsAfter(R"({"at":0,"suppress":"off"})"
-                                                    "\n");
-    EXPECT_EQ(first, restarted);
+    node.out({"clear", "ManagedElement=1,Port=1", "32473/202"});
+    raise(node, "3");
 
-    const std::string continued = activeAlarmsAfter(
-        R"({"at":0,"clear":{"dn":"ManagedElement=1,Port=1","majorType":32473,"minorType":202}})"
-        "\n"
-        R"({"at":0,"raise":{"dn":"ManagedElement=1,Port=3","majorType":32473,"minorType":202,"severity":"MINOR"}})"
-        "\n");
-    EXPECT_THAT(continued, StartsWith("active alarms: 2\n"));
-    EXPECT_THAT(continued, Not(HasSubstr("Port=1")));
-    EXPECT_THAT(continued, HasSubstr("Port=2"));
-    EXPECT_THAT(continued, HasSubstr("Port=3"));
+    EXPECT_EQ(heading + line("2", "2") + line("3", "3") + "2 active alarms\n", alarms(node));
+    EXPECT_THAT(node.out({"summary"}), HasSubstr("lastSequenceNo     4\n"));
+}
+
+TEST_F(ZorvdRestartTest, aKillKeepsAlarmsAndNumbering)
+{
+    {
+        RunningNode node(files);
+        raise(node, "1");
+        raise(node, "2");
+        alarms(node);
+        node.kill();
+    }
+    const RunningNode node(files);
+    raise(node, "3");
+
+    EXPECT_EQ(heading + line("1", "1") + line("2", "2") + line("3", "3") + "3 active alarms\n", alarms(node));
+    EXPECT_THAT(node.out({"summary"}), HasSubstr("lastSequenceNo     3\n"));
+}
+
+TEST_F(ZorvdRestartTest, whatIsAcceptedWhileTheComponentIsStoppedIsDeliveredWhenItStarts)
+{
+    const RunningNode node(files);
+    node.out({"component", "stop", "ZorvFmComponent"});
+    raise(node, "1");
+    raise(node, "2");
+    EXPECT_THAT(node.out({"counters"}), HasSubstr("\nnotificationsWaiting      2\n"));
+    EXPECT_EQ(1, node.ctl({"status"}).exitCode);
+
+    node.out({"component", "start", "ZorvFmComponent"});
+
+    EXPECT_EQ(heading + line("1", "1") + line("2", "2") + "2 active alarms\n", alarms(node));
+    EXPECT_THAT(node.out({"counters"}), HasSubstr("\nnotificationsWaiting      0\n"));
+}
+
+TEST_F(ZorvdRestartTest, whatIsAcceptedWhileTheComponentIsStoppedSurvivesAKill)
+{
+    {
+        RunningNode node(files);
+        node.out({"component", "stop", "ZorvFmComponent"});
+        raise(node, "1");
+        raise(node, "2");
+        node.kill();
+    }
+    const RunningNode node(files);
+
+    EXPECT_EQ(heading + line("1", "1") + line("2", "2") + "2 active alarms\n", alarms(node));
 }
 
 }  // namespace ZorvTest

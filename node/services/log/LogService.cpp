@@ -30,7 +30,8 @@ LogService::LogService(const std::string& directory, std::int32_t level, const R
     : systemLevel(level),
       alarmLevel(ZORV_LOG_INFORMATION),
       systemLog(directory + "/SystemLog.log", rotation),
-      alarmLog(directory + "/FmAlarmLog.log", rotation)
+      alarmLog(directory + "/FmAlarmLog.log", rotation),
+      publications(directory + "/Publications.log", rotation)
 {
 }
 
@@ -64,6 +65,25 @@ ZorvReturnT LogService::write(const std::string& logName, std::int32_t level, co
         written = alarmLog.write(text);
     }
     return written ? ZORV_RETURN_OK : ZORV_RETURN_FAILED;
+}
+
+void LogService::writePublication(const std::string& text)
+{
+    publications.write(localTimeText() + " " + toLineText(text));
+}
+
+const LogTail* LogService::findTail(const std::string& name) const
+{
+    return name == "system"         ? &systemLog.tail
+           : name == "alarms"       ? &alarmLog.tail
+           : name == "publications" ? &publications.tail
+                                    : nullptr;
+}
+
+bool LogService::Log::write(const std::string& text)
+{
+    tail.add(text);
+    return file.write(text);
 }
 
 }  // namespace ZorvNode

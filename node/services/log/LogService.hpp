@@ -1,4 +1,5 @@
-/// The logs of the node: "SystemLog", one line per text with time and level, and "FmAlarmLog", records as they are given.
+/// The logs of the node: "SystemLog", one line per text with time and level, "FmAlarmLog", records as they are given, and
+/// the publications: who published how much, and when.
 ///
 /// Threads:   any.
 /// Failure:   return codes of ZorvMwSpiLog_1T.
@@ -6,13 +7,14 @@
 
 #include "ZorvMwSpiLog_1.h"
 #include "services/LevelCell.hpp"
+#include "services/log/LogTail.hpp"
 #include "services/log/RotatingFile.hpp"
 
 namespace ZorvNode {
 
 class LogService {
 public:
-    /// @param directory where "SystemLog.log" and "FmAlarmLog.log" lie; it has to exist.
+    /// @param directory where "SystemLog.log", "FmAlarmLog.log" and "Publications.log" lie; it has to exist.
     LogService(const std::string& directory, std::int32_t level, const Rotation& rotation);
 
     /// 0 and the place of the level; -2 no such log.
@@ -21,15 +23,38 @@ public:
     /// 0 taken or not wanted, -1 lost, -2 no such log.
     ZorvReturnT write(const std::string& logName, std::int32_t level, const std::string& text);
 
+    void writePublication(const std::string& text);
+
+    std::int32_t getSystemLevel() const { return systemLevel.get(); }
+    void setSystemLevel(std::int32_t level) { systemLevel.set(level); }
+
+    /// "system", "alarms" or "publications"; null for any other name.
+    const LogTail* findTail(const std::string& name) const;
+
     std::uint64_t getNumberOfRecords() const { return numberOfRecords; }
     std::uint64_t getNumberOfTexts() const { return numberOfTexts; }
-    std::uint64_t getNumberLost() const { return systemLog.getNumberOfFailures() + alarmLog.getNumberOfFailures(); }
+    std::uint64_t getNumberLost() const
+    {
+        return systemLog.file.getNumberOfFailures() + alarmLog.file.getNumberOfFailures() +
+               publications.file.getNumberOfFailures();
+    }
 
 private:
+    /// A file and its latest lines.
+    struct Log {
+        Log(const std::string& path, const Rotation& rotation) : file(path, rotation) {}
+
+        bool write(const std::string& text);
+
+        RotatingFile file;
+        LogTail tail;
+    };
+
     LevelCell systemLevel;
     LevelCell alarmLevel;
-    RotatingFile systemLog;
-    RotatingFile alarmLog;
+    Log systemLog;
+    Log alarmLog;
+    Log publications;
     std::atomic<std::uint64_t> numberOfRecords{0};
     std::atomic<std::uint64_t> numberOfTexts{0};
 };

@@ -6,35 +6,52 @@ namespace ZorvNode {
 
 using namespace ZorvInput;
 
-void ManagementClient::set(const std::string& dn, const std::vector<MoNamedValue>& attributes)
+void ManagementClient::change(const std::vector<MoRequest>& requests)
 {
     transact([&](unsigned long txHandle) {
-        for (const MoNamedValue& attribute : attributes) {
-            CValues value;
-            value.add(std::make_shared<const MoValue>(attribute.value));
-            objects.setAttribute(txHandle, dn, attribute.name, *value.data());
+        for (const MoRequest& request : requests) {
+            change(txHandle, request);
         }
     });
 }
 
-void ManagementClient::create(const std::string& dn, const std::vector<MoNamedValue>& attributes)
+void ManagementClient::change(unsigned long txHandle, const MoRequest& request)
 {
-    CValues values;
-    std::vector<YaltOamSpiMoNamedAttribute_3T> named;
-    for (const MoNamedValue& attribute : attributes) {
-        values.add(std::make_shared<const MoValue>(attribute.value));
-        named.push_back({attribute.name.c_str(), values.data()[values.size() - 1]});
+    switch (request.kind) {
+    case MoRequest::Kind::set:
+        set(txHandle, request);
+        break;
+    case MoRequest::Kind::create:
+        create(txHandle, request);
+        break;
+    default:
+        objects.remove(txHandle, request.dn);
+        break;
     }
-    const std::string part = lastPartOf(dn);
-    transact([&](unsigned long txHandle) {
-        objects.create(txHandle, parentOf(dn), classOf(dn), part.substr(part.find('=') + 1), named.data(),
-                       static_cast<std::uint32_t>(named.size()));
-    });
 }
 
-void ManagementClient::remove(const std::string& dn)
+void ManagementClient::set(unsigned long txHandle, const MoRequest& request)
 {
-    transact([&](unsigned long txHandle) { objects.remove(txHandle, dn); });
+    for (const MoNamedValue& attribute : request.attributes) {
+        CValues value;
+        value.add(std::make_shared<const MoValue>(attribute.value));
+        objects.setAttribute(txHandle, request.dn, attribute.name, *value.data());
+    }
+}
+
+void ManagementClient::create(unsigned long txHandle, const MoRequest& request)
+{
+    CValues values;
+    for (const MoNamedValue& attribute : request.attributes) {
+        values.add(std::make_shared<const MoValue>(attribute.value));
+    }
+    std::vector<YaltOamSpiMoNamedAttribute_3T> named;
+    for (std::size_t index = 0; index < request.attributes.size(); ++index) {
+        named.push_back({request.attributes[index].name.c_str(), values.data()[index]});
+    }
+    const std::string part = lastPartOf(request.dn);
+    objects.create(txHandle, parentOf(request.dn), classOf(request.dn), part.substr(part.find('=') + 1), named.data(),
+                   static_cast<std::uint32_t>(named.size()));
 }
 
 void ManagementClient::transact(const std::function<void(unsigned long txHandle)>& operation)
@@ -47,7 +64,7 @@ void ManagementClient::transact(const std::function<void(unsigned long txHandle)
     }
     try {
         operation(txHandle);
-    } catch (const MoError&) {
+    } catch (...) {
         transactions.abort(txHandle);
         throw;
     }

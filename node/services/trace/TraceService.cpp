@@ -36,6 +36,26 @@ ZorvReturnT TraceService::getLevel(const std::string& group, const std::int32_t*
     return ZORV_RETURN_OK;
 }
 
+ZorvReturnT TraceService::setLevel(const std::string& group, std::int32_t level)
+{
+    LevelCell* cell = find(group);
+    if (cell == nullptr) {
+        return ZORV_RETURN_NO_RESOURCES;
+    }
+    cell->set(level);
+    return ZORV_RETURN_OK;
+}
+
+std::map<std::string, std::int32_t> TraceService::getLevels()
+{
+    std::map<std::string, std::int32_t> levels = configured;
+    const std::lock_guard<std::mutex> lock(mutex);
+    for (const auto& [group, cell] : groups) {
+        levels[group] = cell.get();
+    }
+    return levels;
+}
+
 ZorvReturnT TraceService::write(const std::string& group, std::int32_t level, const TraceLocation& location,
                                 const std::string& text)
 {

@@ -31,6 +31,11 @@ public:
     /// 0 and the place of the group's level; -10 too many groups.
     ZorvReturnT getLevel(const std::string& group, const std::int32_t** level);
 
+    ZorvReturnT setLevel(const std::string& group, std::int32_t level);
+
+    /// Of all groups that are known: configured, set or in use.
+    std::map<std::string, std::int32_t> getLevels();
+
     /// 0 taken or not wanted, -1 lost, -10 too many groups.
     ZorvReturnT write(const std::string& group, std::int32_t level, const TraceLocation& location,
                       const std::string& text);

@@ -1,0 +1,65 @@
+#include "notification/NotificationWriter.hpp"
+
+#include "notification/NotificationReader.hpp"
+#include "json/JsonWriter.hpp"
+
+namespace ZorvInput {
+
+namespace {
+
+void writeSeverity(JsonWriter& json, std::int32_t severity)
+{
+    const std::string name = severityText(severity);
+    std::int32_t number = 0;
+    json.key("severity");
+    findSeverity(name, number) ? json.value(name) : json.value(severity);
+}
+
+void writeInfo(JsonWriter& json, const InfoT& info)
+{
+    json.key("info").beginArray();
+    for (const auto& [name, value] : info) {
+        json.beginArray().value(name).value(value).endArray();
+    }
+    json.endArray();
+}
+
+void writeFields(JsonWriter& json, bool isClear, const FmNotification& notification)
+{
+    json.beginObject()
+        .member("dn", notification.dn)
+        .member("majorType", notification.majorType)
+        .member("minorType", notification.minorType);
+    if (!isClear) {
+        writeSeverity(json, notification.severity);
+    }
+    if (!notification.text.empty()) {
+        json.member("text", notification.text);
+    }
+    if (!notification.info.empty()) {
+        writeInfo(json, notification.info);
+    }
+    if (notification.eventTime != 0) {
+        json.member("eventTime", notification.eventTime);
+    }
+    json.endObject();
+}
+
+}  // namespace
+
+std::string notificationJson(const std::string& kind, const FmNotification& notification)
+{
+    const bool isZorv = notification.framework == FmFramework::zorv;
+    JsonWriter json;
+    json.beginObject().key(kind);
+    writeFields(json, kind == "clear", notification);
+    if (isZorv) {
+        json.member("framework", "zorv");
+    }
+    if (notification.version != (isZorv ? 2 : 4)) {
+        json.member("version", notification.version);
+    }
+    return json.endObject().take();
+}
+
+}  // namespace ZorvInput

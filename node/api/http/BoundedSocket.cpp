@@ -1,0 +1,115 @@
+#include "api/http/BoundedSocket.hpp"
+
+#include <sys/socket.h>
+
+#include <algorithm>
+
+namespace ZorvNode {
+
+using std::chrono::microseconds;
+using std::chrono::steady_clock;
+
+BoundedSocket::BoundedSocket(const Poco::Net::StreamSocket& connected)
+    : StreamSocketImpl(connected.impl()->sockfd()),
+      inner(connected)
+{
+}
+
+BoundedSocket::~BoundedSocket()
+{
+    reset();  // the descriptor is the inner socket's
+}
+
+void BoundedSocket::allow(std::size_t bytes, std::chrono::milliseconds time)
+{
+    bytesLeft = bytes;
+    refusal = Refusal::none;
+    latest = steady_clock::now() + time;
+}
+
+int BoundedSocket::receiveBytes(void* buffer, int length, int flags)
+{
+    if (bytesLeft == 0) {
+        refusal = Refusal::tooLarge;
+        throw Poco::IOException("more bytes than are allowed");
+    }
+    const auto left = std::chrono::duration_cast<microseconds>(latest - steady_clock::now());
+    if (left.count() <= 0 || !poll(Poco::Timespan(left.count()), SELECT_READ)) {
+        refusal = Refusal::tooSlow;
+        throw Poco::TimeoutException("not received in time");
+    }
+    const int most = static_cast<int>(std::min(bytesLeft, static_cast<std::size_t>(length)));
+    const int received = inner.impl()->receiveBytes(buffer, most, flags);
+    if (received > 0) {
+        bytesLeft -= std::min(bytesLeft, static_cast<std::size_t>(received));
+    }
+    return received;
+}
+
+int BoundedSocket::sendBytes(const void* buffer, int length, int flags)
+{
+    return inner.impl()->sendBytes(buffer, length, flags);
+}
+
+bool BoundedSocket::poll(const Poco::Timespan& timeout, int mode)
+{
+    const bool isDecrypted = (mode & SELECT_READ) != 0 && inner.secure() && inner.available() > 0;
+    return isDecrypted || inner.poll(timeout, mode);
+}
+
+void BoundedSocket::shutdown()
+{
+    ::shutdown(sockfd(), SHUT_RDWR);
+}
+
+void BoundedSocket::shutdownReceive()
+{
+    ::shutdown(sockfd(), SHUT_RD);
+}
+
+void BoundedSocket::shutdownSend()
+{
+    inner.shutdownSend();
+}
+
+void BoundedSocket::close()
+{
+    inner.close();
+}
+
+void BoundedSocket::setSendTimeout(const Poco::Timespan& timeout)
+{
+    inner.setSendTimeout(timeout);
+}
+
+void BoundedSocket::setReceiveTimeout(const Poco::Timespan& timeout)
+{
+    inner.setReceiveTimeout(timeout);
+}
+
+Poco::Timespan BoundedSocket::getSendTimeout()
+{
+    return inner.getSendTimeout();
+}
+
+Poco::Timespan BoundedSocket::getReceiveTimeout()
+{
+    return inner.getReceiveTimeout();
+}
+
+Poco::Net::SocketAddress BoundedSocket::address()
+{
+    return inner.address();
+}
+
+Poco::Net::SocketAddress BoundedSocket::peerAddress()
+{
+    return inner.peerAddress();
+}
+
+bool BoundedSocket::secure() const
+{
+    return inner.secure();
+}
+
+}  // namespace ZorvNode

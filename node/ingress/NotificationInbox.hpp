@@ -1,0 +1,74 @@
+/// The notifications that the node has accepted and that may not be handled yet, numbered in the order of acceptance.
+///
+/// With a database an accepted notification is in it before it is passed on, and read again when the node starts.
+///
+/// Threads:   one at a time.
+/// Ownership: the database outlives it; an entry's notification lives as long as anybody holds it.
+/// Failure:   append throws StoreError, and nothing was appended. Other failures of the database are logged.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "LogSink.hpp"
+#include "ingress/KnownClients.hpp"
+#include "ingress/PublishedNotification.hpp"
+#include "stores/Database.hpp"
+#include "stores/Statement.hpp"
+
+namespace ZorvNode {
+
+class NotificationInbox {
+public:
+    using NotificationT = std::shared_ptr<PublishedNotification>;
+
+    struct Entry {
+        NotificationT notification;
+        bool isSent = false;
+    };
+
+    using EntriesT = std::map<std::uint64_t, Entry>;  // by number
+
+    /// @param database null: the inbox lives no longer than the process.
+    NotificationInbox(Database* database, LogSinkT logSink);
+
+    /// Answers the first of the new entries, which are the last ones of all.
+    /// @param id of the publication, when its client has given it one.
+    EntriesT::iterator append(const std::vector<NotificationT>& notifications, const std::optional<PublicationId>& id);
+
+    /// Whether a publication is in the inbox, or was.
+    bool hasAccepted(const PublicationId& id) const { return clients.hasAccepted(id); }
+
+    void markSent(Entry& entry);
+
+    /// Entries that were sent to nobody yet.
+    std::size_t getNumberWaiting() const { return waiting; }
+
+    EntriesT& getEntries() { return entries; }
+    std::uint64_t getLastNumber() const { return lastNumber; }
+
+    /// Forgets the entries up to a number: they are handled.
+    void trim(std::uint64_t number);
+
+private:
+    struct Statements {
+        explicit Statements(Database& database);
+
+        Database& database;
+        Statement insert;
+        Statement trim;
+    };
+
+    void load();
+    void record(const std::vector<NotificationT>& notifications, const std::optional<PublicationId>& id);
+
+    const LogSinkT log;
+    std::optional<Statements> statements;
+    KnownClients clients;
+    EntriesT entries;
+    std::size_t waiting = 0;
+    std::uint64_t lastNumber = 0;
+};
+
+}  // namespace ZorvNode

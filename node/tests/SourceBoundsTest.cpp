@@ -1,0 +1,198 @@
+#include "SourceFixture.hpp"
+#include "ingress/InboxKeeper.hpp"
+
+namespace ZorvNode {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class SourceBoundsTest : public SourceFixture {
+protected:
+    static constexpr KeeperSettings quick{std::chrono::milliseconds(1), std::chrono::milliseconds(1),
+                                          std::chrono::milliseconds(1)};
+
+    bool awaitEmptyInbox()
+    {
+        for (int attempt = 0; attempt < 10000 && source.getNumberInInbox() > 0; ++attempt) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return source.getNumberInInbox() == 0;
+    }
+
+    FmNotificationSource source{router, 3, nullptr, log.sink()};
+};
+
+// --- waiting
+
+TEST_F(SourceBoundsTest, whatNobodyTakesWaitsUntilTheBoundIsReached)
+{
+    publish(source, {1, 2, 3});
+
+    EXPECT_EQ("3 notifications wait for a component that takes them, and the node keeps 3; try again",
+              refusalOf(source, {at(4)}));
+    EXPECT_EQ(3U, source.getNumberWaiting());
+    EXPECT_EQ(1U, source.getStatistics().busy);
+    EXPECT_EQ(3U, source.getStatistics().accepted);
+
+    subscribeFrom(consumer, "0");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3"));
+    EXPECT_EQ(0U, source.getNumberWaiting());
+}
+
+TEST_F(SourceBoundsTest, aBatchThatDoesNotFitIsRefusedWhole)
+{
+    publish(source, {1});
+
+    EXPECT_EQ("1 notifications wait for a component that takes them, and the node keeps 3; try again",
+              refusalOf(source, {at(2), at(3), at(4)}));
+
+    EXPECT_EQ(1U, source.getNumberInInbox());
+    EXPECT_EQ("accepted", refusalOf(source, {at(2), at(3)}));
+}
+
+TEST_F(SourceBoundsTest, aHeldSourceSendsWhenItIsReleased)
+{
+    subscribe(consumer);
+    source.hold();
+    publish(source, {1, 2});
+
+    EXPECT_THAT(consumer->events(router), IsEmpty());
+    EXPECT_EQ(2U, source.getNumberWaiting());
+
+    source.release();
+    publish(source, {3});
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3"));
+    EXPECT_EQ(0U, source.getNumberWaiting());
+}
+
+TEST_F(SourceBoundsTest, whatASubscriberWasSentWhileHeldDoesNotComeAgainAtTheRelease)
+{
+    source.hold();
+    publish(source, {1, 2});
+    subscribeFrom(consumer, "2");
+
+    source.release();
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=2"));
+}
+
+// --- what is handled
+
+TEST_F(SourceBoundsTest, whatIsNotKnownToBeHandledMakesNoRoom)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3});
+    consumer->events(router);
+
+    EXPECT_EQ("3 notifications are not known to be handled yet, and the node keeps 3; try again",
+              refusalOf(source, {at(4)}));
+
+    source.noteHandled(source.getLastTaken());
+    EXPECT_EQ(0U, source.getNumberInInbox());
+    EXPECT_EQ("accepted", refusalOf(source, {at(4)}));
+}
+
+TEST_F(SourceBoundsTest, whatIsOnItsWayIsNotTakenNorWhatCameLater)
+{
+    const auto stalled = std::make_shared<StalledConsumer>();
+    subscribe(consumer);
+    publish(source, {1});
+    consumer->events(router);
+    subscribe(stalled);
+    publish(source, {2, 3});
+
+    EXPECT_EQ(1U, source.getLastTaken());
+
+    stalled->letGo();
+    consumer->events(router);
+    EXPECT_EQ(3U, source.getLastTaken());
+}
+
+TEST_F(SourceBoundsTest, whatWaitsIsNotTaken)
+{
+    publish(source, {1});
+
+    EXPECT_EQ(0U, source.getLastTaken());
+}
+
+// --- the end of the alarm handling
+
+TEST_F(SourceBoundsTest, anOrderlyEndTrimsWhatWasTaken)
+{
+    const unsigned long id = subscribe(consumer);
+    publish(source, {1});
+    consumer->events(router);
+    router.unregisterConsumer(id);
+    publish(source, {2});
+
+    source.noteOrderlyEnd();
+
+    EXPECT_EQ(1U, source.getNumberInInbox());
+    EXPECT_EQ(1U, source.getNumberWaiting());
+}
+
+TEST_F(SourceBoundsTest, anOrderlyEndOfAnotherComponentTrimsNothing)
+{
+    subscribe(consumer);
+    publish(source, {1});
+    consumer->events(router);
+
+    source.noteOrderlyEnd();
+
+    EXPECT_EQ(1U, source.getNumberInInbox());
+}
+
+// --- the keeper
+
+TEST_F(SourceBoundsTest, whatWasTakenLeavesWhenTheServicesAreQuiet)
+{
+    subscribe(consumer);
+    publish(source, {1, 2});
+    consumer->events(router);
+
+    const InboxKeeper keeper(
+        source, [] { return 7U; }, quick);
+
+    EXPECT_TRUE(awaitEmptyInbox());
+}
+
+TEST_F(SourceBoundsTest, nothingLeavesWhileTheServicesWork)
+{
+    subscribe(consumer);
+    publish(source, {1, 2});
+    consumer->events(router);
+    std::atomic<std::uint64_t> looks{0};
+    std::atomic<bool> works{true};
+
+    const InboxKeeper keeper(
+        source, [&] { return works ? ++looks : looks.load(); }, quick);
+    while (looks < 20) {
+        std::this_thread::yield();
+    }
+
+    EXPECT_EQ(2U, source.getNumberInInbox());
+    works = false;
+    EXPECT_TRUE(awaitEmptyInbox());
+}
+
+TEST_F(SourceBoundsTest, whatIsOnItsWayStaysHoweverQuietTheServicesAre)
+{
+    const auto stalled = std::make_shared<StalledConsumer>();
+    subscribe(stalled);
+    publish(source, {1});
+    std::atomic<std::uint64_t> looks{0};
+
+    const InboxKeeper keeper(
+        source, [&] { return ++looks, 7U; }, quick);
+    while (looks < 20) {
+        std::this_thread::yield();
+    }
+
+    EXPECT_EQ(1U, source.getNumberInInbox());
+    stalled->letGo();
+    EXPECT_TRUE(awaitEmptyInbox());
+}
+
+}  // namespace ZorvNode

@@ -1,0 +1,64 @@
+#include "ClientNode.hpp"
+
+#include <rapidjson/document.h>
+#include <signal.h>
+
+#include <chrono>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+namespace ZorvTest {
+
+namespace {
+
+constexpr std::chrono::seconds longest(10);
+constexpr std::chrono::milliseconds pause(20);
+
+}  // namespace
+
+ClientNode::ClientNode()
+{
+    files.writeConfiguration(FM_LIBRARY);
+    std::filesystem::copy_file(std::string(EXAMPLE) + "/alarm-model.xml", files.path("model.xml"),
+                               std::filesystem::copy_options::overwrite_existing);
+}
+
+void ClientNode::start()
+{
+    process = std::make_unique<RunningProcess>(files.command());
+}
+
+void ClientNode::kill()
+{
+    process->signal(SIGKILL);
+    process->awaitEnd();
+}
+
+std::multiset<std::string> ClientNode::awaitAlarms(std::size_t count) const
+{
+    const auto latest = std::chrono::steady_clock::now() + longest;
+    std::multiset<std::string> alarms = readAlarms();
+    while (alarms.size() != count && std::chrono::steady_clock::now() < latest) {
+        std::this_thread::sleep_for(pause);
+        alarms = readAlarms();
+    }
+    return alarms;
+}
+
+std::multiset<std::string> ClientNode::readAlarms() const
+{
+    const ProcessResult result = runProcess({ZORVCTL, "--socket", socketPath(), "alarms", "--json"});
+    rapidjson::Document document;
+    document.Parse(result.out.data(), result.out.size());
+    if (result.exitCode != 0 || document.HasParseError()) {
+        throw std::runtime_error("zorvctl alarms: " + result.err);
+    }
+    std::multiset<std::string> sources;
+    for (const auto& alarm : document["alarms"].GetArray()) {
+        sources.insert(alarm["source"].GetString());
+    }
+    return sources;
+}
+
+}  // namespace ZorvTest
