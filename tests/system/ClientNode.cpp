@@ -13,7 +13,7 @@ namespace ZorvTest {
 namespace {
 
 constexpr std::chrono::seconds longest(10);
-constexpr std::chrono::milliseconds pause(20);
+constexpr std::chrono::milliseconds pause(100);
 
 }  // namespace
 
@@ -37,11 +37,15 @@ void ClientNode::kill()
 
 std::multiset<std::string> ClientNode::awaitAlarms(std::size_t count) const
 {
-    const auto latest = std::chrono::steady_clock::now() + longest;
+    auto changed = std::chrono::steady_clock::now();
     std::multiset<std::string> alarms = readAlarms();
-    while (alarms.size() != count && std::chrono::steady_clock::now() < latest) {
+    while (alarms.size() != count && std::chrono::steady_clock::now() < changed + longest) {
         std::this_thread::sleep_for(pause);
-        alarms = readAlarms();
+        std::multiset<std::string> present = readAlarms();
+        if (present.size() != alarms.size()) {
+            changed = std::chrono::steady_clock::now();
+        }
+        alarms = std::move(present);
     }
     return alarms;
 }

@@ -26,7 +26,8 @@ public:
 
     std::string socketPath() const { return files.path("run/zorvd.sock"); }
 
-    /// The alarming resources of all active alarms, as soon as there are so many; after ten seconds as they are.
+    /// The alarming resources of all active alarms, as soon as there are so many; as they are when nothing has
+    /// changed for ten seconds.
     std::multiset<std::string> awaitAlarms(std::size_t count) const;
 
 private:
