@@ -1,6 +1,5 @@
 #include "ClientNode.hpp"
 
-#include <rapidjson/document.h>
 #include <signal.h>
 
 #include <chrono>
@@ -8,10 +7,13 @@
 #include <stdexcept>
 #include <thread>
 
+#include "json/Json.hpp"
+
 namespace ZorvTest {
 
 namespace {
 
+constexpr unsigned deepest = 16;
 constexpr std::chrono::seconds longest(10);
 constexpr std::chrono::milliseconds pause(100);
 
@@ -53,11 +55,11 @@ std::multiset<std::string> ClientNode::awaitAlarms(std::size_t count) const
 std::multiset<std::string> ClientNode::readAlarms() const
 {
     const ProcessResult result = runProcess({ZORVCTL, "--socket", socketPath(), "alarms", "--json"});
-    rapidjson::Document document;
-    document.Parse(result.out.data(), result.out.size());
-    if (result.exitCode != 0 || document.HasParseError()) {
+    if (result.exitCode != 0) {
         throw std::runtime_error("zorvctl alarms: " + result.err);
     }
+    ZorvInput::JsonDocumentT document;
+    ZorvInput::parseJson(result.out, deepest, document);
     std::multiset<std::string> sources;
     for (const auto& alarm : document["alarms"].GetArray()) {
         sources.insert(alarm["source"].GetString());
