@@ -60,9 +60,6 @@ endif()
 if(ZORV_SANITIZE)
     add_compile_options(-fsanitize=${ZORV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZORV_SANITIZE})
-    if(ZORV_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-        add_link_options(-fsanitize-link-c++-runtime)  # programs in C use libraries in C++
-    endif()
 endif()
 
 if(ZORV_COVERAGE)

@@ -211,6 +211,18 @@ TEST_F(HttpConnectionTest, aRequestLineThatIsNoneIsRefused)
     EXPECT_THAT(ask(std::string(100, 'G') + " / HTTP/1.1\r\n\r\n"), HasSubstr("not HTTP: "));
 }
 
+TEST_F(HttpConnectionTest, aHeaderThatEndsTooEarlyIsRefused)
+{
+    start();
+    for (const char* request : {"GET /v1/echo HTTP/1.1\r\n", "POST /v1/echo HTTP/1.1\r\nHost: no",
+                                "GET /v1/echo HTTP/1.1\r\nHost: node\r\n"}) {
+        RawClient client = connect();
+        client.send(request);
+        client.endSending();
+        EXPECT_EQ("400 " + error("not HTTP: the header ends too early"), statusAndBody(client.rest())) << request;
+    }
+}
+
 TEST_F(HttpConnectionTest, aConnectionEndsWithARequestThatIsNone)
 {
     start();

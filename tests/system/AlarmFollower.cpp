@@ -49,6 +49,7 @@ void AlarmFollower::follow(const std::string& socket)
             ZorvInput::parseJson(line.substr(dataField.size()), deepest, data);
             if (data.HasMember("stateful") && data["stateful"].GetBool()) {
                 alarms.push_back({data["seqNo"].GetUint64(), data["dn"].GetString(), data["severity"].GetString()});
+                ++numberSeen;
             }
         }
     } catch (const Poco::Exception&) {

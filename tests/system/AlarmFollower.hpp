@@ -1,8 +1,9 @@
 /// A northbound consumer: follows the alarm notifications of one life of the node, from their beginning to its end.
 ///
-/// Threads: a thread of its own reads; getAlarms after the node's end.
+/// Threads: a thread of its own reads; getAlarms after the node's end, getNumberSeen at any time.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <thread>
@@ -24,10 +25,13 @@ public:
     /// Waits for the end of the stream; what came, stateful ones only, in their order.
     const std::vector<SeenAlarm>& getAlarms();
 
+    std::size_t getNumberSeen() const { return numberSeen; }
+
 private:
     void follow(const std::string& socket);
 
     std::vector<SeenAlarm> alarms;
+    std::atomic<std::size_t> numberSeen{0};
     std::thread thread;
 };
 

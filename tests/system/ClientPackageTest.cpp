@@ -59,11 +59,11 @@ protected:
 
     void buildThroughFindPackage() const
     {
-        const ProcessResult result =
-            shell("cmake -S " APPLICATIONS " -B " + directory.path() +
-                  " -D CMAKE_C_COMPILER=" COMPILER_C " -D CMAKE_CXX_COMPILER=" COMPILER_CXX
-                  " -D CMAKE_C_FLAGS=" COMPILER_FLAGS " -D CMAKE_CXX_FLAGS=" COMPILER_FLAGS " -D CMAKE_PREFIX_PATH=" +
-                  prefix() + " && cmake --build " + directory.path());
+        const ProcessResult result = shell("cmake -S " APPLICATIONS " -B " + directory.path() +
+                                           " -D CMAKE_C_COMPILER=" COMPILER_C " -D CMAKE_CXX_COMPILER=" COMPILER_CXX
+                                           " -D 'CMAKE_C_FLAGS=" COMPILER_FLAGS "' -D 'CMAKE_CXX_FLAGS=" COMPILER_FLAGS
+                                           "' -D CMAKE_PREFIX_PATH=" +
+                                           prefix() + " && cmake --build " + directory.path());
         EXPECT_EQ(0, result.exitCode) << result.out << result.err;
     }
 

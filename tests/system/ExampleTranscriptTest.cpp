@@ -3,13 +3,10 @@
 /// What is expected was worked out from the scenario and the alarm model, notification by notification, before it was
 /// compared with what the node does; see examples/access-router/README.md for why it is the same each time.
 
-#include <Poco/File.h>
 #include <Poco/RegularExpression.h>
 #include <gmock/gmock.h>
 
-#include <fstream>
-#include <sstream>
-
+#include "ExpectedText.hpp"
 #include "RunningNode.hpp"
 
 namespace ZorvTest {
@@ -20,13 +17,6 @@ using ::testing::MatchesRegex;
 namespace {
 
 const std::string example = EXAMPLE;
-
-std::string readFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// Puts what belongs to this run in the place of what node.xml says.
 void setElement(std::string& document, const std::string& name, const std::string& value)
@@ -52,29 +42,6 @@ std::string withoutLogTimes(std::string text)
     Poco::RegularExpression("(?<=<LogTimestamp>)[^<]*(?=</LogTimestamp>)")
         .subst(text, "time of writing", Poco::RegularExpression::RE_GLOBAL);
     return text;
-}
-
-/// Expects the text of a file in expected/; a text that differs is left in the build folder, for diff.
-void expectText(const std::string& name, const std::string& actual)
-{
-    const std::string expected = readFile(std::string(EXPECTED) + "/" + name);
-    if (actual == expected) {
-        return;
-    }
-    Poco::File(ACTUAL).createDirectories();
-    const std::string left = std::string(ACTUAL) + "/" + name;
-    std::ofstream(left, std::ios::binary) << actual;
-    std::istringstream actualLines(actual);
-    std::istringstream expectedLines(expected);
-    std::string actualLine;
-    std::string expectedLine;
-    int number = 0;
-    do {
-        ++number;
-        actualLine = std::getline(actualLines, actualLine) ? actualLine : "(no more lines)";
-        expectedLine = std::getline(expectedLines, expectedLine) ? expectedLine : "(no more lines)";
-    } while (actualLine == expectedLine && actualLines && expectedLines);
-    EXPECT_EQ(expectedLine, actualLine) << name << ", line " << number << "; all of it is in " << left;
 }
 
 }  // namespace

@@ -29,8 +29,9 @@ int namelessFile()
     return file;
 }
 
-[[noreturn]] void become(const std::vector<std::string>& command, const std::vector<std::string>& environment, int out,
-                         int err)
+}  // namespace
+
+void becomeProgram(const std::vector<std::string>& command, const std::vector<std::string>& environment)
 {
     std::vector<char*> arguments;
     for (const std::string& argument : command) {
@@ -40,14 +41,9 @@ int namelessFile()
     for (const std::string& variable : environment) {
         putenv(const_cast<char*>(variable.c_str()));
     }
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-    dup2(out, STDOUT_FILENO);
-    dup2(err, STDERR_FILENO);
     execv(arguments.front(), arguments.data());
     _exit(127);
 }
-
-}  // namespace
 
 RunningProcess::RunningProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment)
     : outFile(namelessFile()),
@@ -55,7 +51,10 @@ RunningProcess::RunningProcess(const std::vector<std::string>& command, const st
       pid(fork())
 {
     if (pid == 0) {
-        become(command, environment, outFile, errFile);
+        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(outFile, STDOUT_FILENO);
+        dup2(errFile, STDERR_FILENO);
+        becomeProgram(command, environment);
     }
 }
 

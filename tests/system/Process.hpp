@@ -15,6 +15,9 @@ struct ProcessResult {
 /// Waits for its end. @param environment "NAME=value" in addition to this process's own.
 ProcessResult runProcess(const std::vector<std::string>& command, const std::vector<std::string>& environment = {});
 
+/// For a child process, which becomes the program.
+[[noreturn]] void becomeProgram(const std::vector<std::string>& command, const std::vector<std::string>& environment);
+
 /// A program that runs beside the test, and is killed at the end of the scope if it still runs.
 class RunningProcess {
 public:

@@ -133,11 +133,11 @@ TEST_F(ManagementCommandsTest, aLogIsPrinted)
 
 TEST_F(ManagementCommandsTest, aFollowedLogIsNotRepeatedWhenTheNodeRestarts)
 {
-    node.stream("GET /v1/logs/system?lines=2&follow=true", "event: line\ndata: one\n\nevent: line\ndata: two\n\n",
-                false);
-    node.stream("GET /v1/logs/system?lines=0&follow=true", "event: line\ndata: three\n\n", true);
+    node.stream("GET /v1/logs/system?lines=2&follow=true",
+                "event: line\ndata: {\"line\":\"one\"}\n\nevent: line\ndata: {\"line\":\"t\\u001bwo\"}\n\n", false);
+    node.stream("GET /v1/logs/system?lines=0&follow=true", "event: line\ndata: {\"line\":\"three\"}\n\n", true);
 
-    EXPECT_EQ((Outcome{130, "one\ntwo\nthree\n", "zorvctl: the node has ended the stream; connecting again\n"}),
+    EXPECT_EQ((Outcome{130, "one\nt\\x1Bwo\nthree\n", "zorvctl: the node has ended the stream; connecting again\n"}),
               runUntilRequests({"log", "--follow", "--lines", "2"}, 2));
 }
 

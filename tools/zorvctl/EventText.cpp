@@ -118,6 +118,9 @@ std::string eventText(const Console& console, const Event& event)
     if (event.name == "heartbeat") {
         return heartbeatText(data);
     }
+    if (event.name == "line") {
+        return cellOf(data, "line");
+    }
     if (event.name == "rebuilt") {
         return "rebuilt: the alarm list is to be read anew: zorvctl alarms";
     }

@@ -1,4 +1,4 @@
-/// One line for each event of the node's notification stream.
+/// One line for each event of the node's streams: notifications, and lines of a log.
 #pragma once
 
 #include "Console.hpp"
@@ -6,7 +6,8 @@
 
 namespace ZorvCtl {
 
-/// For people: the kind, then the fields as name=value. Throws Failure when the node's data is not JSON.
+/// For people: the kind, then the fields as name=value; of a log its line as it is. Throws Failure when the node's data is
+/// not JSON.
 std::string eventText(const Console& console, const Event& event);
 
 /// For programs: {"event": ..., "id": ..., "data": ...}.

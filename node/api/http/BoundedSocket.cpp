@@ -43,6 +43,7 @@ int BoundedSocket::receiveBytes(void* buffer, int length, int flags)
     if (received > 0) {
         bytesLeft -= std::min(bytesLeft, static_cast<std::size_t>(received));
     }
+    ended = ended || received == 0;
     return received;
 }
 

@@ -25,6 +25,9 @@ public:
 
     Refusal getRefusal() const { return refusal; }
 
+    /// Whether a reader has wanted more than the peer has sent.
+    bool hasEnded() const { return ended; }
+
     int receiveBytes(void* buffer, int length, int flags) override;
     int sendBytes(const void* buffer, int length, int flags) override;
     bool poll(const Poco::Timespan& timeout, int mode) override;
@@ -47,6 +50,7 @@ private:
     Poco::Net::StreamSocket inner;
     std::size_t bytesLeft = 0;
     Refusal refusal = Refusal::none;
+    bool ended = false;
     std::chrono::steady_clock::time_point latest;
 };
 

@@ -168,6 +168,9 @@ bool HttpConnection::serveOne(HttpSession& session)
     response.setVersion(Poco::Net::HTTPMessage::HTTP_1_1);
     try {
         RequestT request(response, session, params.get());
+        if (bounded.hasEnded()) {
+            throw Poco::Net::MessageException("the header ends too early");  // its reader does not mind
+        }
         response.setKeepAlive(request.getKeepAlive() && session.canKeepAlive() && !services.connections.areEnding());
         answer(request, response, session);
         return response.getKeepAlive();

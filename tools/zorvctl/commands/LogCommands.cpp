@@ -1,8 +1,8 @@
+#include "EventText.hpp"
 #include "Follower.hpp"
 #include "JsonAccess.hpp"
 #include "Table.hpp"
 #include "commands/Command.hpp"
-#include "files/LineText.hpp"
 #include "json/JsonWriter.hpp"
 
 namespace ZorvCtl {
@@ -49,7 +49,7 @@ void showLog(const Context& context, const LogOptions& options)
     Follower follower(connection, context.console, logTarget(options, options.lines), logTarget(options, 0));
     for (Event event;; event = {}) {
         follower.next(event);
-        context.console.out << toLineText(event.data) << "\n";
+        context.console.out << eventText(context.console, event) << "\n";
         context.console.flush();
     }
 }
