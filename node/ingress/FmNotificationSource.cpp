@@ -146,17 +146,28 @@ std::uint64_t FmNotificationSource::getLastTaken()
 void FmNotificationSource::noteHandled(std::uint64_t number)
 {
     const LockT lock(mutex);
-    inbox.trim(number);
+    inbox.trim(std::min(number, lastTaken()));
 }
 
-void FmNotificationSource::noteOrderlyEnd()
+void FmNotificationSource::noteOrderlyEnd(std::uint64_t number)
 {
     const LockT lock(mutex);
-    const bool hasAny = std::any_of(subscribers.begin(), subscribers.end(), [](const Subscriber& subscriber) {
-        return timeFilterOf(subscriber.eventType) != nullptr;
-    });
-    if (!hasAny) {
-        inbox.trim(lastTaken());
+    if (!hasNotificationSubscriber()) {
+        inbox.trim(number);
+    }
+}
+
+bool FmNotificationSource::hasNotificationSubscriber() const
+{
+    return std::any_of(subscribers.begin(), subscribers.end(),
+                       [](const Subscriber& subscriber) { return timeFilterOf(subscriber.eventType) != nullptr; });
+}
+
+/// What the last one had taken may be lost with it.
+void FmNotificationSource::noteLeft()
+{
+    if (!hasNotificationSubscriber()) {
+        inbox.markAllWaiting();
     }
 }
 
@@ -165,9 +176,9 @@ std::uint64_t FmNotificationSource::lastTaken()
 {
     std::uint64_t last = inbox.getLastNumber();
     const EntriesT& entries = inbox.getEntries();
-    const auto unsent = std::find_if(entries.begin(), entries.end(), [](const auto& it) { return !it.second.isSent; });
-    if (unsent != entries.end()) {
-        last = unsent->first - 1;
+    if (inbox.getNumberWaiting() > 0) {
+        last =
+            std::find_if(entries.begin(), entries.end(), [](const auto& it) { return !it.second.isSent; })->first - 1;
     }
     const LockT lock(wayMutex);
     for (const auto& [value, way] : onTheirWay) {
@@ -242,6 +253,7 @@ ZorvReturnT FmNotificationSource::removeFilter(unsigned long consumerId, const c
     subscribers.remove_if([&](const Subscriber& subscriber) {
         return subscriber.consumerId == consumerId && subscriber.eventType == eventType && subscriber.filter == filter;
     });
+    noteLeft();
     return ZORV_RETURN_OK;
 }
 
@@ -249,6 +261,7 @@ ZorvReturnT FmNotificationSource::clearAll()
 {
     const LockT lock(mutex);
     subscribers.clear();
+    noteLeft();
     return ZORV_RETURN_OK;
 }
 

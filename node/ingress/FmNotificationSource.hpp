@@ -58,11 +58,12 @@ public:
     /// The last entry of those that their consumers have taken, like all before them.
     std::uint64_t getLastTaken();
 
-    /// What was taken up to this entry is handled, and leaves the inbox.
+    /// What was taken up to this entry is handled, and leaves the inbox. What waits again meanwhile stays.
     void noteHandled(std::uint64_t number);
 
-    /// The alarm handling has ended in order: what its consumers had taken is handled.
-    void noteOrderlyEnd();
+    /// The alarm handling has ended in order: what its consumers had taken up to this entry is handled. When they left
+    /// without that, all of it waits for the next ones.
+    void noteOrderlyEnd(std::uint64_t number);
 
     std::size_t getNumberInInbox();
     std::size_t getNumberWaiting();
@@ -93,6 +94,8 @@ private:
     void sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled);
     void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value, std::uint64_t number);
     std::uint64_t lastTaken();
+    bool hasNotificationSubscriber() const;
+    void noteLeft();
 
     EventRouter& router;
     const std::size_t bound;

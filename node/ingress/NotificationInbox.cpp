@@ -101,6 +101,14 @@ void NotificationInbox::markSent(Entry& entry)
     }
 }
 
+void NotificationInbox::markAllWaiting()
+{
+    for (auto& [number, entry] : entries) {
+        entry.isSent = false;
+    }
+    waiting = entries.size();
+}
+
 void NotificationInbox::trim(std::uint64_t number)
 {
     const auto end = entries.upper_bound(number);

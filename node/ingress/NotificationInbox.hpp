@@ -42,6 +42,9 @@ public:
 
     void markSent(Entry& entry);
 
+    /// Those to whom entries were sent have left: every entry waits again.
+    void markAllWaiting();
+
     /// Entries that were sent to nobody yet.
     std::size_t getNumberWaiting() const { return waiting; }
 

@@ -107,8 +107,9 @@ void Node::stop()
     }
     source.hold();
     router.waitUntilIdle(longestDrain);  // a component that stops drops what still waits for its consumers
+    const std::uint64_t taken = source.getLastTaken();
     runner.stop(ZORV_STATE_CHANGE_DEACTIVATE);
-    source.noteOrderlyEnd();
+    source.noteOrderlyEnd(taken);
     router.waitUntilIdle(longestDrain);
     const bool ended = awaitCallbacks();
     while (!libraries.empty()) {
@@ -144,8 +145,9 @@ ComponentStatus Node::stopComponent(const std::string& name, ZorvStateChangeReas
 {
     const Held held(source);
     router.waitUntilIdle(longestDrain);
+    const std::uint64_t taken = source.getLastTaken();
     const ComponentStatus stopped = runner.stop(name, reason);
-    source.noteOrderlyEnd();
+    source.noteOrderlyEnd(taken);
     return stopped;
 }
 

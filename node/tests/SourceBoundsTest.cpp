@@ -124,10 +124,11 @@ TEST_F(SourceBoundsTest, anOrderlyEndTrimsWhatWasTaken)
     const unsigned long id = subscribe(consumer);
     publish(source, {1});
     consumer->events(router);
+    const std::uint64_t taken = source.getLastTaken();
     router.unregisterConsumer(id);
     publish(source, {2});
 
-    source.noteOrderlyEnd();
+    source.noteOrderlyEnd(taken);
 
     EXPECT_EQ(1U, source.getNumberInInbox());
     EXPECT_EQ(1U, source.getNumberWaiting());
@@ -139,9 +140,25 @@ TEST_F(SourceBoundsTest, anOrderlyEndOfAnotherComponentTrimsNothing)
     publish(source, {1});
     consumer->events(router);
 
-    source.noteOrderlyEnd();
+    source.noteOrderlyEnd(source.getLastTaken());
 
     EXPECT_EQ(1U, source.getNumberInInbox());
+}
+
+TEST_F(SourceBoundsTest, whatSomebodyHadTakenWhoLeftWithoutAnOrderlyEndWaitsForTheNext)
+{
+    const unsigned long id = subscribe(consumer);
+    publish(source, {1, 2});
+    consumer->events(router);
+    const std::uint64_t taken = source.getLastTaken();
+
+    router.unregisterConsumer(id);
+    source.noteHandled(taken);
+
+    EXPECT_EQ(2U, source.getNumberWaiting());
+    const auto next = newConsumer();
+    subscribeFrom(next, "0");
+    EXPECT_THAT(next->events(router), ElementsAre("Port=1", "Port=2"));
 }
 
 // --- the keeper

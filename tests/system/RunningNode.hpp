@@ -32,7 +32,6 @@ public:
     void kill();
 
     RunningProcess& process() { return *zorvd; }
-    const NodeFiles& files() const { return nodeFiles; }
 
 private:
     void awaitReadiness();
