@@ -21,6 +21,11 @@ install(
 )
 install(FILES inc/zorv_client.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT client-dev)
 install(FILES man/zorv_client.3 DESTINATION "${CMAKE_INSTALL_MANDIR}/man3" COMPONENT client-dev)
+foreach(function Open Raise Clear Alert Flush Counters Close ResultText)
+    set(page "${CMAKE_CURRENT_BINARY_DIR}/zorvClient${function}.3")
+    file(WRITE "${page}" ".so man3/zorv_client.3\n")
+    install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man3" COMPONENT client-dev)
+endforeach()
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/zorv_client.pc"
     DESTINATION "${pkgConfigFolder}" COMPONENT client-dev)
 install(EXPORT zorv_clientTargets NAMESPACE zorv:: DESTINATION "${packageFolder}" COMPONENT client-dev)

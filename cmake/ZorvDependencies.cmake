@@ -1,7 +1,7 @@
 # The libraries from outside, all of them packages of the distribution (scripts/packages.txt), all as system headers.
 
 find_package(Threads REQUIRED)
-find_package(Poco REQUIRED COMPONENTS Foundation XML Util Net NetSSL)
+find_package(Poco REQUIRED COMPONENTS Foundation XML Net NetSSL)
 find_package(Re2 REQUIRED)
 find_package(SQLite3 REQUIRED)
 find_package(Systemd REQUIRED)

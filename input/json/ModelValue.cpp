@@ -26,7 +26,9 @@ MoScalarT scalarFromJson(const AttributeDescription& attribute, const JsonT& jso
     const bool isText = attribute.type == YALT_MO_ATTRIBUTE_STRING || attribute.type == YALT_MO_ATTRIBUTE_REFERENCE;
     const bool mayBeText = isText || attribute.type == YALT_MO_ATTRIBUTE_ENUM;
     if (json.IsString() ? !mayBeText : isText) {
-        throw ValueError("wrong kind of value for attribute " + attribute.name, jsonText(json));
+        throw ValueError((isText ? "not a text" : "a text, not a " + attribute.typeName + ",") +
+                             std::string(" for attribute ") + attribute.name,
+                         jsonText(json));
     }
     return parseScalar(attribute, jsonText(json));
 }

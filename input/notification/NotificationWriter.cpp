@@ -1,19 +1,11 @@
 #include "notification/NotificationWriter.hpp"
 
+#include "YaltOamSpiNotificationFm_1.h"
 #include "notification/NotificationReader.hpp"
-#include "json/JsonWriter.hpp"
 
 namespace ZorvInput {
 
 namespace {
-
-void writeSeverity(JsonWriter& json, std::int32_t severity)
-{
-    const std::string name = severityText(severity);
-    std::int32_t number = 0;
-    json.key("severity");
-    findSeverity(name, number) ? json.value(name) : json.value(severity);
-}
 
 void writeInfo(JsonWriter& json, const InfoT& info)
 {
@@ -31,7 +23,7 @@ void writeFields(JsonWriter& json, bool isClear, const FmNotification& notificat
         .member("majorType", notification.majorType)
         .member("minorType", notification.minorType);
     if (!isClear) {
-        writeSeverity(json, notification.severity);
+        writeSeverity(json, "severity", notification.severity);
     }
     if (!notification.text.empty()) {
         json.member("text", notification.text);
@@ -46,6 +38,13 @@ void writeFields(JsonWriter& json, bool isClear, const FmNotification& notificat
 }
 
 }  // namespace
+
+void writeSeverity(JsonWriter& json, const char* name, std::int32_t severity)
+{
+    const bool hasName = severity >= YALT_FM_SEVERITY_CLEARED && severity <= YALT_FM_SEVERITY_CRITICAL;
+    json.key(name);
+    hasName ? json.value(severityText(severity)) : json.value(severity);
+}
 
 std::string notificationJson(const std::string& kind, const FmNotification& notification)
 {

@@ -81,14 +81,14 @@ TEST_F(ModelValueTest, aSingleValueIsASequenceOfOne)
 
 TEST_F(ModelValueTest, valuesOfAnotherKindAreRefused)
 {
-    EXPECT_EQ("wrong kind of value for attribute number, \"7\"", through("number", "\"7\""));
-    EXPECT_EQ("wrong kind of value for attribute on, \"true\"", through("on", "\"true\""));
-    EXPECT_EQ("wrong kind of value for attribute text, \"7\"", through("text", "7"));
+    EXPECT_EQ("a text, not a int32, for attribute number, \"7\"", through("number", "\"7\""));
+    EXPECT_EQ("a text, not a bool, for attribute on, \"true\"", through("on", "\"true\""));
+    EXPECT_EQ("not a text for attribute text, \"7\"", through("text", "7"));
     EXPECT_EQ("not a sequence, attribute text, \"[\"a\"]\"", through("text", "[\"a\"]"));
     EXPECT_EQ("not an object for attribute pair, \"7\"", through("pair", "7"));
     EXPECT_EQ("not an object for attribute pairs, \"7\"", through("pairs", "[7]"));
     EXPECT_EQ("other: unknown field", through("pair", "{\"other\":1}"));
-    EXPECT_EQ("wrong kind of value for attribute numbers, \"x\"", through("pair", "{\"numbers\":[\"x\"]}"));
+    EXPECT_EQ("a text, not a uint8, for attribute numbers, \"x\"", through("pair", "{\"numbers\":[\"x\"]}"));
 }
 
 TEST_F(ModelValueTest, valuesOutOfRangeAreRefused)

@@ -1,27 +1,18 @@
 #include "api/NotificationJson.hpp"
 
-#include "YaltOamSpiNotificationFm_1.h"
 #include "ZorvOamApiFmAlarmListRebuilt_2.h"
 #include "ZorvOamApiFmAlarmListRebuilt_3.h"
 #include "ZorvOamApiFmHeartbeat_2.h"
 #include "ZorvOamApiFmHeartbeat_3.h"
 #include "ZorvOamApiFmNotification_2.h"
 #include "ZorvOamApiFmNotification_3.h"
-#include "notification/NotificationReader.hpp"
-#include "json/JsonWriter.hpp"
+#include "notification/NotificationWriter.hpp"
 
 namespace ZorvNode {
 
 using namespace ZorvInput;
 
 namespace {
-
-void writeSeverity(JsonWriter& json, const char* name, std::int32_t severity)
-{
-    const bool hasName = severity >= YALT_FM_SEVERITY_CLEARED && severity <= YALT_FM_SEVERITY_CRITICAL;
-    json.key(name);
-    hasName ? json.value(severityText(severity)) : json.value(severity);
-}
 
 void writeBlock(JsonWriter& json, const FmAlarmBlock& block)
 {

@@ -112,16 +112,20 @@ void FmNotificationSource::sendFrom(EntriesT::iterator first)
     }
 }
 
-void FmNotificationSource::suppress(bool on)
+bool FmNotificationSource::suppress(bool on)
 {
     const auto value =
         std::make_shared<ZorvOamSpiFmAlarmSuppressType_1>(on ? ZORV_FM_ALARM_SUPPRESS_ON : ZORV_FM_ALARM_SUPPRESS_OFF);
+    bool isTaken = false;
     const LockT lock(mutex);
     for (const Subscriber& subscriber : subscribers) {
         if (subscriber.eventType == ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1) {
             notify(subscriber, value, value.get(), 0);
+            isTaken = true;
         }
     }
+    suppressed = isTaken ? on : suppressed.load();
+    return isTaken;
 }
 
 void FmNotificationSource::hold()

@@ -49,7 +49,10 @@ public:
     /// Accepts all of them, in their order, or none. What comes with the id of an accepted publication was accepted
     /// already, and is not sent again.
     void publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id = std::nullopt);
-    void suppress(bool on);
+
+    /// Turns northbound suppression on or off. False, and nothing has changed, when nobody takes it.
+    bool suppress(bool on);
+    bool isSuppressed() const { return suppressed; }
 
     /// While it is held nothing new is sent: a component that is about to stop finds nothing on its way.
     void hold();
@@ -101,6 +104,7 @@ private:
     const std::size_t bound;
     std::uint32_t handle = 0;
     SourceStatistics statistics;
+    std::atomic<bool> suppressed{false};
 
     std::mutex mutex;
     NotificationInbox inbox;            // guarded by mutex

@@ -215,10 +215,18 @@ TEST_F(FmNotificationSourceTest, suppressionIsSentAsOneAndZero)
     });
     subscribe(states, ZORV_OAM_SPI_FM_ALARM_SUPPRESS_EVENT_TYPE_1);
 
-    source.suppress(true);
-    source.suppress(false);
+    EXPECT_TRUE(source.suppress(true));
+    EXPECT_TRUE(source.isSuppressed());
+    EXPECT_TRUE(source.suppress(false));
+    EXPECT_FALSE(source.isSuppressed());
 
     EXPECT_THAT(states->events(router), ElementsAre("1", "0"));
+}
+
+TEST_F(FmNotificationSourceTest, suppressionThatNobodyTakesChangesNothing)
+{
+    EXPECT_FALSE(source.suppress(true));
+    EXPECT_FALSE(source.isSuppressed());
 }
 
 }  // namespace ZorvNode

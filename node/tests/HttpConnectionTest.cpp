@@ -348,6 +348,41 @@ TEST_F(HttpConnectionTest, aStreamThatThrowsEnds)
     EXPECT_EQ("200 {\"body\":\"\"}", ask(get("/v1/echo")));
 }
 
+TEST_F(HttpConnectionTest, aStreamWhoseReaderHasStoppedIsEndedAndCounted)
+{
+    settings.requestTime = std::chrono::seconds(1);
+    std::promise<void> cutOff;
+    routes.add("GET", "/v1/flood", Permission::read, [&](const HttpRequest&, const std::string&) {
+        HttpResponse response;
+        response.stream = [&](EventSink& sink) {
+            while (sink.send("drop", "", std::string(10000, 'x'))) {}
+            cutOff.set_value();
+        };
+        return response;
+    });
+    start();
+    RawClient client = connect();
+    client.send(get("/v1/flood"));
+
+    cutOff.get_future().wait();
+    listener->stop();
+
+    EXPECT_EQ(1U, listener->getCounters().stalledStreams);
+}
+
+TEST_F(HttpConnectionTest, aStreamWhoseReaderHasLeftIsNoStalledOne)
+{
+    start();
+    RawClient client = connect();
+    client.send(get("/v1/stream"));
+    client.until("hello");
+
+    client.close();
+    listener->stop();
+
+    EXPECT_EQ(0U, listener->getCounters().stalledStreams);
+}
+
 TEST_F(HttpConnectionTest, theCallersOwnUserMayDoEverything)
 {
     start();

@@ -21,6 +21,7 @@ using NamesT = std::set<std::string>;
 /// What the handlers answer besides what any of their kind may.
 const std::map<std::string, NamesT> ownStatuses = {
     {"POST /v1/notifications", {"422"}},
+    {"PUT /v1/suppression", {"409"}},
     {"GET /v1/alarms", {"404", "422"}},
     {"GET /v1/alarms/{id}", {"422"}},
     {"GET /v1/summary", {"404", "422"}},

@@ -93,13 +93,20 @@ protected:
 TEST_F(ClientPackageTest, installsTheseFiles)
 {
     const std::string packages = libraryFolder + "/cmake/zorv_client/";
-    EXPECT_THAT(installedFiles(),
-                ::testing::UnorderedElementsAre(
-                    "include/zorv_client.h", packages + "zorv_clientConfig.cmake",
-                    packages + "zorv_clientConfigVersion.cmake", packages + "zorv_clientTargets.cmake",
-                    ::testing::StartsWith(packages), libraryFolder + "/libzorv_client.so",
-                    libraryFolder + "/libzorv_client.so.1", libraryFolder + "/libzorv_client.so.1.0.0",
-                    libraryFolder + "/pkgconfig/zorv_client.pc", "share/man/man3/zorv_client.3"));
+    std::vector<::testing::Matcher<std::string>> expected = {"include/zorv_client.h",
+                                                             packages + "zorv_clientConfig.cmake",
+                                                             packages + "zorv_clientConfigVersion.cmake",
+                                                             packages + "zorv_clientTargets.cmake",
+                                                             ::testing::StartsWith(packages),
+                                                             libraryFolder + "/libzorv_client.so",
+                                                             libraryFolder + "/libzorv_client.so.1",
+                                                             libraryFolder + "/libzorv_client.so.1.0.0",
+                                                             libraryFolder + "/pkgconfig/zorv_client.pc",
+                                                             "share/man/man3/zorv_client.3"};
+    for (const std::string name : {"Open", "Raise", "Clear", "Alert", "Flush", "Counters", "Close", "ResultText"}) {
+        expected.emplace_back("share/man/man3/zorvClient" + name + ".3");
+    }
+    EXPECT_THAT(installedFiles(), ::testing::UnorderedElementsAreArray(expected));
 }
 
 TEST_F(ClientPackageTest, applicationsBuildThroughPkgConfig)

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -51,6 +52,7 @@ RunningProcess::RunningProcess(const std::vector<std::string>& command, const st
       pid(fork())
 {
     if (pid == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // it does not outlive a test that crashes
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
         dup2(outFile, STDOUT_FILENO);
         dup2(errFile, STDERR_FILENO);

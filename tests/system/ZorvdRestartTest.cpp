@@ -59,7 +59,7 @@ TEST_F(ZorvdRestartTest, anOrderlyEndKeepsAlarmsAndNumbering)
     raise(node, "3");
 
     EXPECT_EQ(heading + line("2", "2") + line("3", "3") + "2 active alarms\n", alarms(node));
-    EXPECT_THAT(node.out({"summary"}), HasSubstr("lastSequenceNo     4\n"));
+    EXPECT_THAT(node.out({"summary"}), HasSubstr("last sequence number  4\n"));
 }
 
 TEST_F(ZorvdRestartTest, aKillKeepsAlarmsAndNumbering)
@@ -75,7 +75,7 @@ TEST_F(ZorvdRestartTest, aKillKeepsAlarmsAndNumbering)
     raise(node, "3");
 
     EXPECT_EQ(heading + line("1", "1") + line("2", "2") + line("3", "3") + "3 active alarms\n", alarms(node));
-    EXPECT_THAT(node.out({"summary"}), HasSubstr("lastSequenceNo     3\n"));
+    EXPECT_THAT(node.out({"summary"}), HasSubstr("last sequence number  3\n"));
 }
 
 TEST_F(ZorvdRestartTest, whatIsAcceptedWhileTheComponentIsStoppedIsDeliveredWhenItStarts)

@@ -3,6 +3,7 @@
 namespace ZorvCtl {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 namespace {
 
@@ -181,18 +182,39 @@ TEST_F(AlarmCommandsTest, whatHasNoNameIsShownAsItIs)
 
 TEST_F(AlarmCommandsTest, anAlarmThatIsNotThereIsTold)
 {
-    node.answer("GET /v1/alarms/a%2Fb", R"({"error":{"reason":"no active alarm, \"a/b\"","field":"id"}})", 404);
+    node.answer("GET /v1/alarms/9", R"({"error":{"reason":"no active alarm, \"9\"","field":"id"}})", 404);
 
-    EXPECT_EQ((Outcome{1, "", "zorvctl: id: no active alarm, \"a/b\"\n"}), run({"alarm", "a/b"}));
+    EXPECT_EQ((Outcome{1, "", "zorvctl: id: no active alarm, \"9\"\n"}), run({"alarm", "9"}));
+}
+
+TEST_F(AlarmCommandsTest, anIdIsANumber)
+{
+    for (const std::string id : {"", "a/b", "-1", "1 ", "18446744073709551616"}) {
+        EXPECT_EQ(
+            (Outcome{2, "",
+                     "zorvctl: ID: not the id of an alarm, a number, \"" + id + "\"; see zorvctl alarm --help\n"}),
+            run({"alarm", "--", id}));
+    }
+    EXPECT_THAT(node.requests(), IsEmpty());
 }
 
 TEST_F(AlarmCommandsTest, theSummaryIsShown)
 {
-    node.answer("GET /v1/summary", R"({"totalActive":2,"sumCritical":0,"lastChanged":null})");
+    node.answer("GET /v1/summary", R"({"totalActive":2,"sumCritical":0,"lastChanged":null,"other":1})");
 
-    EXPECT_EQ((Outcome{0, "totalActive  2\nsumCritical  0\nlastChanged  -\n", ""}), run({"summary"}));
-    EXPECT_EQ((Outcome{0, "{\n  \"totalActive\": 2,\n  \"sumCritical\": 0,\n  \"lastChanged\": null\n}\n", ""}),
-              run({"summary", "--json"}));
+    EXPECT_EQ((Outcome{0, "active alarms  2\ncritical       0\nlast change    -\nother          1\n", ""}),
+              run({"summary"}));
+    EXPECT_EQ(
+        (Outcome{0, "{\n  \"totalActive\": 2,\n  \"sumCritical\": 0,\n  \"lastChanged\": null,\n  \"other\": 1\n}\n",
+                 ""}),
+        run({"summary", "--json"}));
+}
+
+TEST_F(AlarmCommandsTest, aSummaryOfANewNodeTellsThatNothingHasChanged)
+{
+    node.answer("GET /v1/summary", R"({"heartbeatInterval":0,"lastChanged":"1970-01-01T00:00:00.000+00:00"})");
+
+    EXPECT_EQ((Outcome{0, "heartbeat interval  off\nlast change         never\n", ""}), run({"summary"}));
 }
 
 TEST_F(AlarmCommandsTest, suppressionIsTurnedOnAndOff)

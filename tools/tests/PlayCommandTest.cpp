@@ -35,7 +35,7 @@ TEST_F(PlayCommandTest, aPlayEndsWithItsSummary)
     const Outcome outcome = run({"play", directory.write("s.jsonl", scenario), "--speed", "100"});
 
     EXPECT_EQ(0, outcome.exitCode);
-    EXPECT_EQ("played 2 actions (0 raises, 1 clears, 0 alerts) in some s\n", withoutDuration(outcome.out));
+    EXPECT_EQ("played 2 actions (0 raises, 1 clear, 0 alerts) in some s\n", withoutDuration(outcome.out));
     EXPECT_EQ("", outcome.err);
 }
 
@@ -65,7 +65,7 @@ TEST_F(PlayCommandTest, ctrlCEndsItWithWhatHasBeenPlayed)
     const Outcome outcome = runUntilRequests({"play", file}, 2);
 
     EXPECT_EQ(130, outcome.exitCode);
-    EXPECT_EQ("interrupted after 2 actions (0 raises, 1 clears, 0 alerts) in some s\n", withoutDuration(outcome.out));
+    EXPECT_EQ("interrupted after 2 actions (0 raises, 1 clear, 0 alerts) in some s\n", withoutDuration(outcome.out));
     EXPECT_EQ("", outcome.err);
 }
 

@@ -100,7 +100,7 @@ TEST_P(WrongArgumentsTest, areToldAndNothingIsAskedOfTheNode)
 }
 
 const WrongArguments wrongArguments[] = {
-    {"noCommand", {}, "A subcommand is required; see zorvctl"},
+    {"noCommand", {}, "a command is needed; see zorvctl"},
     {"unknownCommand", {"rise"}, "not understood: rise; see zorvctl"},
     {"unknownOption", {"alarms", "--sevrity", "x"}, "not understood: --sevrity; see zorvctl alarms"},
     {"noType", {"raise", "P"}, "TYPE is required; see zorvctl raise"},

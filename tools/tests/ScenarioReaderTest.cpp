@@ -131,6 +131,7 @@ const ScenarioFailure scenarioFailures[] = {
     {"textAsTime", R"({"at":"4","suppress":"on"})", R"(at: not a number from 0 to 86400000, "4")"},
     {"negativeTime", R"({"at":-1,"suppress":"on"})", R"(at: not a number from 0 to 86400000, "-1")"},
     {"noAction", R"({"at":4})", "no action"},
+    {"unknownAction", R"({"at":4,"sleep":1,"framework":"zorv"})", R"(no such action, "sleep")"},
     {"twoActions", R"({"at":4,"suppress":"on","settle":true})", R"(two actions in one line, "suppress, settle")"},
     {"unknownField", R"({"at":4,"suppress":"on","colour":1})", "colour: unknown field"},
     {"unknownInner", raise(R"(,"colour":1)"), "raise.colour: unknown field"},

@@ -81,6 +81,18 @@ void build(CLI::App& app, Context& context)
     finish(app);
 }
 
+/// What the parser says, in words of this command line.
+std::string complaint(const CLI::App& app, const CLI::ParseError& error)
+{
+    for (const std::string& unknown : app.remaining(true)) {
+        if (unknown != "--") {
+            return "not understood: " + toLineText(unknown);
+        }
+    }
+    const bool lacksCommand = std::string(error.what()) == CLI::RequiredError::Subcommand(1).what();
+    return lacksCommand ? "a command is needed" : error.what();
+}
+
 /// @return whether there is a command to run; otherwise exitCode says how it ends.
 bool parse(CLI::App& app, std::vector<std::string> arguments, const Console& console, int& exitCode)
 {
@@ -91,9 +103,7 @@ bool parse(CLI::App& app, std::vector<std::string> arguments, const Console& con
     } catch (const CLI::Success& e) {
         exitCode = app.exit(e, console.out, console.err);
     } catch (const CLI::ParseError& e) {
-        const std::vector<std::string> unknown = app.remaining(true);
-        const std::string what = unknown.empty() ? e.what() : "not understood: " + toLineText(unknown.front());
-        console.tell(what + "; see " + nameOf(app) + " --help");
+        console.tell(complaint(app, e) + "; see " + nameOf(app) + " --help");
         exitCode = badInput;
     }
     return false;

@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace ZorvNode {
 
@@ -49,7 +50,12 @@ int BoundedSocket::receiveBytes(void* buffer, int length, int flags)
 
 int BoundedSocket::sendBytes(const void* buffer, int length, int flags)
 {
-    return inner.impl()->sendBytes(buffer, length, flags);
+    try {
+        return inner.impl()->sendBytes(buffer, length, flags);
+    } catch (const Poco::IOException& e) {
+        stalled = e.code() == EAGAIN;  // the send timeout
+        throw;
+    }
 }
 
 bool BoundedSocket::poll(const Poco::Timespan& timeout, int mode)

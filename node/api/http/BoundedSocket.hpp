@@ -25,6 +25,9 @@ public:
 
     Refusal getRefusal() const { return refusal; }
 
+    /// Whether the peer has not taken for too long what was sent.
+    bool hasStalled() const { return stalled; }
+
     /// Whether a reader has wanted more than the peer has sent.
     bool hasEnded() const { return ended; }
 
@@ -51,6 +54,7 @@ private:
     std::size_t bytesLeft = 0;
     Refusal refusal = Refusal::none;
     bool ended = false;
+    bool stalled = false;
     std::chrono::steady_clock::time_point latest;
 };
 

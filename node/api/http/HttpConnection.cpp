@@ -194,6 +194,7 @@ void HttpConnection::answer(RequestT& from, ResponseT& to, HttpSession& session)
         const HttpResponse response = handle(from, to, session);
         if (response.stream) {
             sendStream(response.stream, from, to);
+            services.counters.stalledStreams += session.getBounded().hasStalled() ? 1 : 0;
         } else {
             send(response, to);
         }

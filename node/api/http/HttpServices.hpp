@@ -24,6 +24,7 @@ struct ConnectionCounters {
     std::atomic<std::uint64_t> refusedRequests{0};
     std::atomic<std::uint64_t> streams{0};
     std::atomic<std::uint64_t> refusedStreams{0};
+    std::atomic<std::uint64_t> stalledStreams{0};  ///< ended, as their readers had stopped reading
 };
 
 /// The connections that stand, so that the server can end them.

@@ -57,6 +57,7 @@ HttpResponse describe(Node& node)
     if (const auto number = activeAlarms(node)) {
         json.key("activeAlarms").raw(*number);
     }
+    json.member("suppression", node.source.isSuppressed());
     writeComponents(json, node.getComponents());
     json.endObject();
     HttpResponse response;
@@ -109,7 +110,7 @@ HttpResponse counters(Node& node, const ConnectionCounters& connections, const S
         .member("requestsRefused", connections.refusedRequests.load())
         .member("streams", connections.streams.load())
         .member("streamsRefused", connections.refusedStreams.load())
-        .member("streamsCutOff", streams.cutOff.load())
+        .member("streamsCutOff", streams.cutOff.load() + connections.stalledStreams.load())
         .endObject();
     HttpResponse response;
     response.body = json.take();

@@ -40,7 +40,7 @@ HttpResponse readObjects(Node& node, const HttpRequest& request)
     try {
         viewObjects(node.management, node.objects, node.store, [&](const ObjectView& view) {
             if (!dn.empty() && !view.exists(dn)) {
-                throw HttpError(404, "no such object: " + dn, "dn");
+                throw HttpError(404, "no such object, \"" + dn + "\"");
             }
             json.beginObject().key("objects").beginArray();
             writeTree(json, view, dn, depth, attributes);

@@ -115,7 +115,9 @@ HttpResponse suppress(Node& node, const HttpRequest& request)
 {
     bool on = false;
     readBody(request, [&](JsonFields& fields) { on = fields.boolean("on"); });
-    node.source.suppress(on);
+    if (!node.source.suppress(on)) {
+        throw HttpError(409, "the alarm handling is not started; suppression is as it was");
+    }
     node.router.waitUntilIdle(longestDelivery);
     node.log(ZORV_LOG_NOTICE,
              std::string("northbound suppression ") + (on ? "on" : "off") + ", by " + request.caller.text);

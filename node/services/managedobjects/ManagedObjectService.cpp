@@ -15,10 +15,12 @@ namespace {
 using LockT = std::lock_guard<std::mutex>;
 
 /// A component's answer, passed on.
-void expectOk(ZorvReturnT code, const char* operation)
+/// @param what   it was asked to do; "it" is the object.
+/// @param object its DN, or its class when there are many.
+void expectOk(ZorvReturnT code, const char* what, const std::string& object)
 {
     if (code != ZORV_RETURN_OK) {
-        throw MoError(code, std::string(operation) + " was refused by the component");
+        throw MoError(code, "the object's component refuses to " + std::string(what) + ", \"" + object + "\"");
     }
 }
 
@@ -121,6 +123,7 @@ std::uint64_t ManagedObjectService::newIterator(unsigned long txHandle, const st
     const Call call(*this, txHandle);
     MoIteration iteration;
     iteration.txHandle = txHandle;
+    iteration.className = className;
     iteration.implementer = call.implementerOf(className);
     if (iteration.implementer == nullptr) {
         for (const std::string& dn : call->childrenOf(parentDn, className)) {
@@ -129,7 +132,7 @@ std::uint64_t ManagedObjectService::newIterator(unsigned long txHandle, const st
     } else {
         expectOk(
             iteration.implementer->newMoIterator(txHandle, parentDn.c_str(), className.c_str(), &iteration.innerId),
-            "newMoIterator");
+            "list objects of its class", className);
     }
     return results.open(std::move(iteration));
 }
@@ -149,7 +152,7 @@ const char* ManagedObjectService::next(std::uint64_t iteratorId)
     if (code == ZORV_RETURN_NOT_FOUND) {
         return nullptr;
     }
-    expectOk(code, "nextMo");
+    expectOk(code, "list objects of its class", iteration->className);
     return name;
 }
 
@@ -160,7 +163,8 @@ void ManagedObjectService::finalizeIterator(std::uint64_t iteratorId)
         throw MoError(ZORV_RETURN_NOT_FOUND, "no such iterator, \"" + std::to_string(iteratorId) + "\"");
     }
     if (iteration->implementer != nullptr) {
-        expectOk(iteration->implementer->finalizeMoIterator(iteration->innerId), "finalizeMoIterator");
+        expectOk(iteration->implementer->finalizeMoIterator(iteration->innerId), "end a list of its class",
+                 iteration->className);
     }
 }
 
@@ -175,7 +179,7 @@ bool ManagedObjectService::exists(unsigned long txHandle, const std::string& dn)
         return call->exists(dn);
     }
     bool exists = false;
-    expectOk(implementer->existsMo(txHandle, dn.c_str(), &exists), "existsMo");
+    expectOk(implementer->existsMo(txHandle, dn.c_str(), &exists), "find it", dn);
     return exists;
 }
 
@@ -200,7 +204,7 @@ void ManagedObjectService::getAttribute(unsigned long txHandle, const std::strin
 {
     const Call call(*this, txHandle);
     if (const auto* implementer = call.implementerOfObject(dn)) {
-        expectOk(implementer->getMoAttribute(txHandle, dn.c_str(), attribute.c_str(), &result), "getMoAttribute");
+        expectOk(implementer->getMoAttribute(txHandle, dn.c_str(), attribute.c_str(), &result), "read it", dn);
         return;
     }
     auto values = std::make_unique<CValues>();
@@ -213,7 +217,7 @@ void ManagedObjectService::getAttributes(unsigned long txHandle, const std::stri
 {
     const Call call(*this, txHandle);
     if (const auto* implementer = call.implementerOfObject(dn)) {
-        expectOk(implementer->getMoAttributes(txHandle, dn.c_str(), attributes, &result), "getMoAttributes");
+        expectOk(implementer->getMoAttributes(txHandle, dn.c_str(), attributes, &result), "read it", dn);
         return;
     }
     auto values = std::make_unique<CValues>();
@@ -229,7 +233,7 @@ void ManagedObjectService::setAttribute(unsigned long txHandle, const std::strin
 {
     const Call call(*this, txHandle);
     if (const auto* implementer = call.implementerOfObject(dn)) {
-        expectOk(implementer->setMoAttribute(txHandle, dn.c_str(), attribute.c_str(), &value), "setMoAttribute");
+        expectOk(implementer->setMoAttribute(txHandle, dn.c_str(), attribute.c_str(), &value), "change it", dn);
         return;
     }
     call->set(dn, attribute, converted(call->attributeOf(dn, attribute), value));
@@ -243,7 +247,7 @@ void ManagedObjectService::create(unsigned long txHandle, const std::string& par
     if (const auto* implementer = call.implementerOf(className)) {
         expectOk(implementer->createMo(txHandle, parentDn.c_str(), className.c_str(), keyValue.c_str(), attributes,
                                        numberOfAttributes),
-                 "createMo");
+                 "create it", joinDn(parentDn, className + "=" + keyValue));
         return;
     }
     std::vector<MoNamedValue> values;
@@ -258,7 +262,7 @@ void ManagedObjectService::remove(unsigned long txHandle, const std::string& dn)
 {
     const Call call(*this, txHandle);
     if (const auto* implementer = call.implementerOfObject(dn)) {
-        expectOk(implementer->deleteMo(txHandle, dn.c_str()), "deleteMo");
+        expectOk(implementer->deleteMo(txHandle, dn.c_str()), "delete it", dn);
         return;
     }
     call->remove(dn);
@@ -274,7 +278,7 @@ void ManagedObjectService::action(unsigned long txHandle, const std::string& dn,
         throw MoError(ZORV_RETURN_NOT_FOUND, "no such action, \"" + actionName + "\"");
     }
     expectOk(implementer->action(txHandle, dn.c_str(), actionName.c_str(), parameters, numberOfParameters, &result),
-             "action");
+             "act on it", dn);
 }
 
 void ManagedObjectService::replaceModel(ModelFile file)

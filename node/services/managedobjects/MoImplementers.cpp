@@ -9,7 +9,7 @@ const YaltOamSpiManagedObject_3T& MoImplementers::get(unsigned long txHandle, co
     const void* const resource = find(component, "YaltOamSpiTransactionalResource", "1");
     const void* const objects = find(component, "YaltOamSpiManagedObject", "3");
     if (transactions.joinOnce(txHandle, static_cast<TransactionService::ResourceT>(resource)) != ZORV_RETURN_OK) {
-        throw MoError(ZORV_RETURN_FAILED, "component does not join the transaction, \"" + component + "\"");
+        throw MoError(ZORV_RETURN_FAILED, "component " + component + " does not answer: it is stopped, or has failed");
     }
     return *static_cast<const YaltOamSpiManagedObject_3T*>(objects);
 }

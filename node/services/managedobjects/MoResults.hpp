@@ -16,6 +16,7 @@ using namespace ZorvInput;
 /// An open iteration: names of own objects, or the iteration of a component that implements the class.
 struct MoIteration {
     unsigned long txHandle = 0;
+    std::string className;
     std::vector<std::string> names;
     std::size_t next = 0;
     const YaltOamSpiManagedObject_3T* implementer = nullptr;

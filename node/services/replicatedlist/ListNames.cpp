@@ -1,8 +1,8 @@
 #include "services/replicatedlist/ListNames.hpp"
 
-#include <Poco/NumberParser.h>
-
 #include <cstring>
+
+#include "files/Number.hpp"
 
 namespace ZorvNode {
 
@@ -33,9 +33,9 @@ ZorvMwSpiListNameT toItemName(std::uint64_t number)
 std::optional<std::uint64_t> toItemNumber(const ZorvMwSpiListNameT& name)
 {
     const auto text = toText(name);
-    Poco::UInt64 number = 0;
+    std::uint64_t number = 0;
     const bool isNumbered = text && text->compare(0, itemPrefix.size(), itemPrefix) == 0 &&
-                            Poco::NumberParser::tryParseUnsigned64(text->substr(itemPrefix.size()), number);
+                            ZorvInput::parseUnsigned(text->substr(itemPrefix.size()), number);
     if (!isNumbered || itemPrefix + std::to_string(number) != *text) {
         return std::nullopt;
     }

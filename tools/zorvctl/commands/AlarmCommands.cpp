@@ -168,7 +168,7 @@ void addAlarmCommands(CLI::App& app, Context& context)
   zorvctl alarm 7                 # the id that stands first in zorvctl alarms
   zorvctl alarm 7 --json)",
                                                 &showAlarm);
-    alarm.app.add_option("ID", alarm.options.id, "Id of the alarm")->required();
+    alarm.app.add_option("ID", alarm.options.id, "Id of the alarm")->required()->check(checkedBy(&parseAlarmId));
     alarm.app.add_flag("--json", alarm.options.json, "As JSON");
 }
 

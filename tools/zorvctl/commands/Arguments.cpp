@@ -9,6 +9,7 @@
 
 #include "TimeText.hpp"
 #include "files/InputError.hpp"
+#include "files/Number.hpp"
 #include "notification/NotificationReader.hpp"
 
 namespace ZorvCtl {
@@ -17,16 +18,10 @@ using namespace ZorvInput;
 
 namespace {
 
-bool areDigits(const std::string& text)
-{
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 std::uint32_t parseTypeNumber(const std::string& text, const std::string& whole)
 {
-    Poco::UInt64 number = 0;
-    if (!areDigits(text) || !Poco::NumberParser::tryParseUnsigned64(text, number) ||
-        number > std::numeric_limits<std::uint32_t>::max()) {
+    std::uint64_t number = 0;
+    if (!parseUnsigned(text, number) || number > std::numeric_limits<std::uint32_t>::max()) {
         throw ValueError("not a type like 32473/101, numbers from 0 to 4294967295", whole);
     }
     return static_cast<std::uint32_t>(number);
@@ -83,9 +78,25 @@ std::pair<std::string, std::string> parsePair(const std::string& text)
 
 std::uint64_t parseEventTime(const std::string& text)
 {
-    Poco::UInt64 time = 0;
-    const bool isNumber = areDigits(text) && Poco::NumberParser::tryParseUnsigned64(text, time);
-    return isNumber ? time : parseTime(text);
+    std::uint64_t time = 0;
+    return parseUnsigned(text, time) ? time : parseTime(text);
+}
+
+std::string parseAlarmId(const std::string& text)
+{
+    std::uint64_t number = 0;
+    if (!parseUnsigned(text, number)) {
+        throw ValueError("not the id of an alarm, a number", text);
+    }
+    return text;
+}
+
+std::string parseName(const std::string& text)
+{
+    if (text.empty() || text.find('/') != std::string::npos) {
+        throw ValueError("not a name", text);
+    }
+    return text;
 }
 
 std::string parsePlace(const std::string& text)

@@ -34,6 +34,12 @@ std::pair<std::string, std::string> parsePair(const std::string& text);
 /// Nanoseconds since 1970-01-01 UTC, or a time like 2024-05-01T06:00:00Z.
 std::uint64_t parseEventTime(const std::string& text);
 
+/// The id of an alarm, a number.
+std::string parseAlarmId(const std::string& text);
+
+/// A name on the node: neither empty nor with a "/".
+std::string parseName(const std::string& text);
+
 /// STATEFUL.STATELESS.
 std::string parsePlace(const std::string& text);
 

@@ -1,5 +1,6 @@
 #include "JsonAccess.hpp"
 #include "Table.hpp"
+#include "commands/Arguments.hpp"
 #include "commands/Command.hpp"
 #include "json/JsonWriter.hpp"
 
@@ -19,6 +20,11 @@ struct StateOptions {
     std::string reason;
 };
 
+Colour colourOfState(const std::string& state)
+{
+    return state == "failed" ? Colour::boldRed : state == "stopped" ? Colour::yellow : Colour::none;
+}
+
 void list(const Context& context, const ListOptions& options)
 {
     const JsonDocumentT answer = context.connect().get(Target("/v1/components"));
@@ -29,7 +35,7 @@ void list(const Context& context, const ListOptions& options)
     Table table({"COMPONENT", "STATE"});
     for (const JsonT* component : entriesOf(answer, "components")) {
         const std::string state = cellOf(*component, "state");
-        table.add({cellOf(*component, "name"), {state, state == "failed" ? Colour::boldRed : Colour::none}});
+        table.add({cellOf(*component, "name"), {state, colourOfState(state)}});
     }
     table.print(context.console);
 }
@@ -51,7 +57,9 @@ void addStateCommand(CLI::App& app, Context& context, const std::string& operati
 {
     const auto command = addCommand<StateOptions>(app, context, operation, description, examples, &changeState);
     command.options.operation = operation;
-    command.app.add_option("NAME", command.options.name, "Name of the component")->required();
+    command.app.add_option("NAME", command.options.name, "Name of the component")
+        ->required()
+        ->check(checkedBy(&parseName));
     command.app
         .add_option("--reason", command.options.reason,
                     "activate, deactivate, fail-over or switch-over (default: " +

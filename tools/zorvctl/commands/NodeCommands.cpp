@@ -77,6 +77,10 @@ void addNode(Table& table, const JsonT& node)
     table.add({"log directory", cellOf(node, "logDirectory")});
     table.add({"model", cellOf(node, "model")});
     table.add({"active alarms", cellOf(node, "activeAlarms")});
+    const JsonT* const suppressed = find(node, "suppression");
+    if (suppressed != nullptr && suppressed->IsTrue()) {
+        table.add({"suppression", {"on: northbound is told of critical alarms and alerts only", Colour::yellow}});
+    }
     const auto components = entriesOf(node, "components");
     for (const JsonT* component : components) {
         table.add({component == components.front() ? "components" : "",

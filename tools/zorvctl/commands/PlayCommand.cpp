@@ -32,12 +32,19 @@ double parseSpeed(const std::string& text)
     return speed;
 }
 
+/// "1 raise", "2 raises".
+std::string counted(std::size_t number, const std::string& what)
+{
+    return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
+}
+
 std::string summaryText(const PlaySummary& summary, std::chrono::duration<double> duration)
 {
     std::ostringstream text;
-    text << (summary.interrupted ? "interrupted after " : "played ") << summary.actions << " actions ("
-         << summary.raises << " raises, " << summary.clears << " clears, " << summary.alerts << " alerts) in "
-         << std::fixed << std::setprecision(1) << duration.count() << " s";
+    text << (summary.interrupted ? "interrupted after " : "played ") << counted(summary.actions, "action") << " ("
+         << counted(summary.raises, "raise") << ", " << counted(summary.clears, "clear") << ", "
+         << counted(summary.alerts, "alert") << ") in " << std::fixed << std::setprecision(1) << duration.count()
+         << " s";
     return text.str();
 }
 

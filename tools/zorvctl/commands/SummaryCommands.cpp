@@ -16,6 +16,37 @@ struct SummaryOptions {
     bool json = false;
 };
 
+/// Attributes of the FM object in the words of the alarm list.
+std::string labelOf(const std::string& attribute)
+{
+    static const std::pair<const char*, const char*> labels[] = {
+        {"totalActive", "active alarms"},
+        {"sumCritical", "critical"},
+        {"sumMajor", "major"},
+        {"sumMinor", "minor"},
+        {"sumWarning", "warning"},
+        {"lastSequenceNo", "last sequence number"},
+        {"lastChanged", "last change"},
+        {"heartbeatInterval", "heartbeat interval"},
+    };
+    for (const auto& [name, label] : labels) {
+        if (attribute == name) {
+            return label;
+        }
+    }
+    return attribute;
+}
+
+std::string valueText(const std::string& attribute, const JsonT& value)
+{
+    const std::string text = cellOf(value);
+    if (attribute == "heartbeatInterval") {
+        return text == "0" ? "off" : text + " s";
+    }
+    const bool isBeforeAll = attribute == "lastChanged" && text == "1970-01-01T00:00:00.000+00:00";
+    return isBeforeAll ? "never" : text;
+}
+
 void showSummary(const Context& context, const SummaryOptions& options)
 {
     const JsonDocumentT summary = context.connect().get(Target("/v1/summary"));
@@ -25,7 +56,8 @@ void showSummary(const Context& context, const SummaryOptions& options)
     }
     Table table({});
     for (const auto& member : summary.GetObject()) {
-        table.add({cellOf(member.name), cellOf(member.value)});
+        const std::string attribute = cellOf(member.name);
+        table.add({labelOf(attribute), valueText(attribute, member.value)});
     }
     table.print(context.console);
 }

@@ -42,6 +42,18 @@ SettleAction readSettle(JsonFields& line)
     return {line.number("settle", 0.05, 600)};
 }
 
+/// Of a line that has none: what stands in its place.
+ValueError noAction(const JsonFields& fields)
+{
+    for (const auto& member : fields.json().GetObject()) {
+        const std::string name = jsonText(member.name);
+        if (name != "at") {
+            return ValueError("no such action", name);
+        }
+    }
+    return ValueError("no action");
+}
+
 std::string readKind(const JsonFields& fields)
 {
     std::string kind;
@@ -55,7 +67,7 @@ std::string readKind(const JsonFields& fields)
         kind = candidate;
     }
     if (kind.empty()) {
-        throw ValueError("no action");
+        throw noAction(fields);
     }
     return kind;
 }
