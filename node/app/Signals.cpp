@@ -13,6 +13,7 @@ Signals::Signals()
     }
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
     signal(SIGPIPE, SIG_IGN);  // a reader of our output that leaves is seen by the write
+    signal(SIGXFSZ, SIG_IGN);  // likewise a file that has reached the size it may have
 }
 
 int Signals::wait(const std::optional<std::chrono::microseconds>& patience)

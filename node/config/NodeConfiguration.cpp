@@ -52,6 +52,7 @@ private:
                      {"eventRouter", [&](const XmlElement& it) { readEventRouter(it); }},
                      {"replicatedLists", [&](const XmlElement& it) { readReplicatedLists(it); }},
                      {"managedObjects", [&](const XmlElement& it) { readManagedObjects(it); }},
+                     {"storageAlarm", [&](const XmlElement& it) { readStorageAlarm(it); }},
                      {"ZorvFmComponent", [&](const XmlElement& it) { checkComponent(it); }}},
                     "library");
     }
@@ -135,6 +136,16 @@ private:
         if (!configuration.traceLevels.emplace(name, static_cast<std::int32_t>(traceLevel)).second) {
             throw ValueError("trace/group appears twice", name);
         }
+    }
+
+    void readStorageAlarm(const XmlElement& element)
+    {
+        expectAttributes(element, {"dn", "majorType", "minorType"});
+        const auto type = [&](const char* name) {
+            return static_cast<std::uint32_t>(SectionReader::parseNumber(
+                std::string("storageAlarm/") + name, requiredAttribute(element, name), 0, UINT32_MAX));
+        };
+        configuration.storageAlarm = {requiredAttribute(element, "dn"), type("majorType"), type("minorType")};
     }
 
     static SectionT rotation(const std::string& section, Rotation& to)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,14 @@
 #include "stores/StoreSettings.hpp"
 
 namespace ZorvNode {
+
+/// The alarm that the node raises about itself when it cannot write its state or its logs.
+struct StorageAlarm {
+    std::string
+        dn;  ///< of what the storages belong to: the alarms' DNs are this and ",Storage=state" or ",Storage=log"
+    std::uint32_t majorType = 0;
+    std::uint32_t minorType = 0;
+};
 
 /// Paths are absolute.
 struct NodeConfiguration {
@@ -32,6 +41,7 @@ struct NodeConfiguration {
     StoreSettings store;
     std::size_t transactionBound = 1000;
     ApiSettings api;
+    std::optional<StorageAlarm> storageAlarm;
 };
 
 NodeConfiguration readNodeConfiguration(const std::string& path);

@@ -40,6 +40,27 @@ bool isClearOfOne(const FmNotification& notification)
            notification.dn.find_first_of("*+?[](){}|^$\\") == std::string::npos;
 }
 
+/// The pattern that fits one DN and no other. @param dn of a clear of one.
+std::string patternOf(const std::string& dn)
+{
+    std::string pattern = "^";
+    for (const char character : dn) {
+        pattern.append(character == '.' ? "\\" : "").append(1, character);
+    }
+    return pattern + "$";
+}
+
+/// A clear that may have been handled already has to find that alarm or none.
+NotificationInbox::NotificationT asSentAgain(const NotificationInbox::Entry& entry)
+{
+    FmNotification notification = entry.notification->get();
+    if (!entry.wasSent || !isClearOfOne(notification)) {
+        return entry.notification;
+    }
+    notification.dn = patternOf(notification.dn);
+    return std::make_shared<PublishedNotification>(std::move(notification));
+}
+
 }  // namespace
 
 FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, std::size_t inboxBound, Database* database,
@@ -62,7 +83,7 @@ FmNotificationSource::~FmNotificationSource()
 
 // --- publishing
 
-void FmNotificationSource::publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id)
+bool FmNotificationSource::publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id)
 {
     std::vector<NotificationInbox::NotificationT> published;
     published.reserve(notifications.size());
@@ -72,7 +93,7 @@ void FmNotificationSource::publish(std::vector<FmNotification> notifications, co
     const LockT lock(mutex);
     if (id && inbox.hasAccepted(*id)) {
         ++statistics.repeated;
-        return;
+        return inbox.isRecorded();
     }
     requireRoom(published.size());
     const auto first = inbox.append(published, id);
@@ -80,6 +101,7 @@ void FmNotificationSource::publish(std::vector<FmNotification> notifications, co
     if (!held) {
         sendFrom(first);
     }
+    return inbox.isRecorded();
 }
 
 void FmNotificationSource::requireRoom(std::size_t coming)
@@ -193,6 +215,12 @@ std::uint64_t FmNotificationSource::lastTaken()
     return last;
 }
 
+void FmNotificationSource::catchUp()
+{
+    const LockT lock(mutex);
+    inbox.catchUp();
+}
+
 std::size_t FmNotificationSource::getNumberInInbox()
 {
     const LockT lock(mutex);
@@ -243,7 +271,8 @@ void FmNotificationSource::sendInbox(const Subscriber& subscriber, std::uint64_t
     });
     for (auto entry = begin; entry != entries.end(); ++entry) {
         if (isOfItsType(entry->second)) {
-            notify(subscriber, entry->second.notification, entry->second.notification->value(), entry->first);
+            const auto notification = asSentAgain(entry->second);
+            notify(subscriber, notification, notification->value(), entry->first);
             inbox.markSent(entry->second);
             ++statistics.sentAgain;
         }

@@ -5,13 +5,14 @@
 /// has exactly the filter's time, the last one that the subscriber has noted as handled, maybe just before it was killed;
 /// if there is none, with the oldest. So nothing is missed, and some may come a second time. A clear of one alarm is not
 /// sent again when it is the first one: alarm handling stores a clear before it notes it, and to clear what is not active
-/// any more would clear all alarms whose DN contains this one. A subscriber without a time is sent new ones only.
+/// any more would clear all alarms whose DN contains this one. For the same reason a clear of one alarm that was sent
+/// before comes again as the pattern of that one DN. A subscriber without a time is sent new ones only.
 ///
 /// An inbox that is full takes nothing more, until what is in it is handled.
 ///
 /// Threads:   any; publication and subscription exclude each other.
 /// Ownership: a notification lives while it is in the inbox or on its way.
-/// Failure:   publish throws SourceBusy or StoreError, and nothing was accepted.
+/// Failure:   publish throws SourceBusy, and nothing was accepted. What a store that fails does not take stays in memory.
 #pragma once
 
 #include <atomic>
@@ -47,8 +48,8 @@ public:
     FmNotificationSource& operator=(const FmNotificationSource&) = delete;
 
     /// Accepts all of them, in their order, or none. What comes with the id of an accepted publication was accepted
-    /// already, and is not sent again.
-    void publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id = std::nullopt);
+    /// already, and is not sent again. Answers whether what was accepted survives the end of the process.
+    bool publish(std::vector<FmNotification> notifications, const std::optional<PublicationId>& id = std::nullopt);
 
     /// Turns northbound suppression on or off. False, and nothing has changed, when nobody takes it.
     bool suppress(bool on);
@@ -67,6 +68,9 @@ public:
     /// The alarm handling has ended in order: what its consumers had taken up to this entry is handled. When they left
     /// without that, all of it waits for the next ones.
     void noteOrderlyEnd(std::uint64_t number);
+
+    /// Records what could not be recorded when it was accepted, if there is anything.
+    void catchUp();
 
     std::size_t getNumberInInbox();
     std::size_t getNumberWaiting();

@@ -6,7 +6,8 @@ namespace ZorvNode {
 
 KnownClients::Statements::Statements(Database& database)
     : set(database, "INSERT OR REPLACE INTO clients (name, last, heard) VALUES (?, ?, ?)"),
-      remove(database, "DELETE FROM clients WHERE name = ?")
+      remove(database, "DELETE FROM clients WHERE name = ?"),
+      removeAll(database, "DELETE FROM clients")
 {
 }
 
@@ -41,6 +42,14 @@ void KnownClients::store(const PublicationId& id)
         statements->remove.run(oldest->first);
     }
     statements->set.run(id.client, id.number, lastHeard + 1);
+}
+
+void KnownClients::storeAll()
+{
+    statements->removeAll.run();
+    for (const auto& [name, client] : clients) {
+        statements->set.run(name, client.last, client.heard);
+    }
 }
 
 void KnownClients::note(const PublicationId& id)

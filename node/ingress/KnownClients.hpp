@@ -2,7 +2,7 @@
 ///
 /// Threads:   one at a time.
 /// Ownership: the database outlives it.
-/// Failure:   store throws StoreError.
+/// Failure:   store and storeAll throw StoreError.
 #pragma once
 
 #include <map>
@@ -26,6 +26,9 @@ public:
     void store(const PublicationId& id);
     void note(const PublicationId& id);
 
+    /// All that stand in memory, inside the caller's transaction. There has to be a database.
+    void storeAll();
+
 private:
     struct Client {
         std::uint64_t last = 0;
@@ -37,6 +40,7 @@ private:
 
         Statement set;
         Statement remove;
+        Statement removeAll;
     };
 
     using ClientsT = std::map<std::string, Client>;

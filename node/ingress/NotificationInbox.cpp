@@ -1,5 +1,7 @@
 #include "ingress/NotificationInbox.hpp"
 
+#include <utility>
+
 #include "ZorvMwSpiLog_1.h"
 #include "notification/NotificationReader.hpp"
 #include "notification/NotificationWriter.hpp"
@@ -53,7 +55,7 @@ void NotificationInbox::load()
     Statement(statements->database, "SELECT number, notification FROM inbox ORDER BY number").each([&](const Row& row) {
         lastNumber = row.number(0);
         try {
-            entries.emplace_hint(entries.end(), lastNumber, Entry{fromJson(row.text(1)), false});
+            entries.emplace_hint(entries.end(), lastNumber, Entry{fromJson(row.text(1)), false, true});
         } catch (const ValueError& e) {
             log(ZORV_LOG_ERROR, statements->database.getFile() + ": inbox " + std::to_string(lastNumber) +
                                     " is passed over: " + e.what());
@@ -71,7 +73,7 @@ NotificationInbox::EntriesT::iterator NotificationInbox::append(const std::vecto
     }
     const std::uint64_t first = lastNumber + 1;
     for (const NotificationT& notification : notifications) {
-        entries.emplace_hint(entries.end(), ++lastNumber, Entry{notification, false});
+        entries.emplace_hint(entries.end(), ++lastNumber, Entry{notification, false, false});
     }
     waiting += notifications.size();
     return entries.find(first);
@@ -79,22 +81,52 @@ NotificationInbox::EntriesT::iterator NotificationInbox::append(const std::vecto
 
 void NotificationInbox::record(const std::vector<NotificationT>& notifications, const std::optional<PublicationId>& id)
 {
-    if (!statements) {
+    write([&] {
+        std::uint64_t number = lastNumber;
+        for (const NotificationT& notification : notifications) {
+            statements->insert.run(++number, toJson(notification->get()));
+        }
+        if (id) {
+            clients.store(*id);
+        }
+    });
+}
+
+template <class ChangeT>
+void NotificationInbox::write(ChangeT change)
+{
+    if (!isRecorded()) {
         return;
     }
-    Transaction change(statements->database);
-    std::uint64_t number = lastNumber;
-    for (const NotificationT& notification : notifications) {
-        statements->insert.run(++number, toJson(notification->get()));
+    try {
+        Transaction transaction(statements->database);
+        change();
+        transaction.commit();
+        statements->database.getWrites().worked();
+    } catch (const StoreError& e) {
+        behind = true;
+        statements->database.getWrites().failed(e.what());
     }
-    if (id) {
-        clients.store(*id);
+}
+
+/// The entries are few: they are written anew, whatever is on record of them.
+void NotificationInbox::catchUp()
+{
+    if (!std::exchange(behind, false)) {
+        return;
     }
-    change.commit();
+    write([this] {
+        statements->trim.run(lastNumber);
+        for (const auto& [number, entry] : entries) {
+            statements->insert.run(number, toJson(entry.notification->get()));
+        }
+        clients.storeAll();
+    });
 }
 
 void NotificationInbox::markSent(Entry& entry)
 {
+    entry.wasSent = true;
     if (!entry.isSent) {
         entry.isSent = true;
         --waiting;
@@ -119,13 +151,7 @@ void NotificationInbox::trim(std::uint64_t number)
         waiting -= entry->second.isSent ? 0 : 1;
     }
     entries.erase(entries.begin(), end);
-    try {
-        if (statements) {
-            statements->trim.run(number);
-        }
-    } catch (const StoreError& e) {
-        log(ZORV_LOG_WARNING, std::string(e.what()) + "; handled notifications stay in the inbox");
-    }
+    write([&] { statements->trim.run(number); });
 }
 
 }  // namespace ZorvNode

@@ -1,10 +1,11 @@
 /// The notifications that the node has accepted and that may not be handled yet, numbered in the order of acceptance.
 ///
-/// With a database an accepted notification is in it before it is passed on, and read again when the node starts.
+/// With a database an accepted notification is in it before it is passed on, and read again when the node starts. While the
+/// database cannot be written the inbox goes on in memory alone; catchUp records what is left of that.
 ///
 /// Threads:   one at a time.
 /// Ownership: the database outlives it; an entry's notification lives as long as anybody holds it.
-/// Failure:   append throws StoreError, and nothing was appended. Other failures of the database are logged.
+/// Failure:   the constructor throws StoreError. Later failures are told to the database's report of writes.
 #pragma once
 
 #include <map>
@@ -26,6 +27,7 @@ public:
     struct Entry {
         NotificationT notification;
         bool isSent = false;
+        bool wasSent = false;  ///< maybe, before its consumers left or in an earlier life: it may have been handled
     };
 
     using EntriesT = std::map<std::uint64_t, Entry>;  // by number
@@ -54,6 +56,12 @@ public:
     /// Forgets the entries up to a number: they are handled.
     void trim(std::uint64_t number);
 
+    /// Whether all entries are in the database.
+    bool isRecorded() const { return statements && !behind; }
+
+    /// Records what could not be recorded when it came, if there is anything.
+    void catchUp();
+
 private:
     struct Statements {
         explicit Statements(Database& database);
@@ -66,12 +74,17 @@ private:
     void load();
     void record(const std::vector<NotificationT>& notifications, const std::optional<PublicationId>& id);
 
+    /// Runs one change of the database, unless an earlier one is still to be caught up with.
+    template <class ChangeT>
+    void write(ChangeT change);
+
     const LogSinkT log;
     std::optional<Statements> statements;
     KnownClients clients;
     EntriesT entries;
     std::size_t waiting = 0;
     std::uint64_t lastNumber = 0;
+    bool behind = false;  // of the entries
 };
 
 }  // namespace ZorvNode

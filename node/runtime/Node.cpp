@@ -6,6 +6,7 @@
 
 #include "Logging.hpp"
 #include "Portal.hpp"
+#include "YaltOamSpiNotificationFm_1.h"
 #include "ZorvMwSpiLog_1.h"
 
 namespace ZorvNode {
@@ -58,8 +59,13 @@ Node::Node(const NodeConfiguration& nodeConfiguration, ModelFile modelFile)
       listTable(lists),
       portalTables(portal),
       runner(portal, [this](std::int32_t level, const std::string& text) { log(level, text); }),
-      keeper(source, [this] { return getActivity(); })
+      keeper(source, [this] { return getActivity(); }),
+      storageWatch(storages(), [this](const Storage& storage, bool isFailing) { tellStorage(storage, isFailing); })
 {
+    logs.whenLosing([this] { storageWatch.wake(); });
+    if (state.getDatabase() != nullptr) {
+        state.getDatabase()->whenFailing([this] { storageWatch.wake(); });
+    }
     provideServices();
     transactions.startTimer();
 }
@@ -68,6 +74,10 @@ Node::~Node()
 {
     stop();
     transactions.stopTimer();
+    logs.whenLosing({});
+    if (state.getDatabase() != nullptr) {
+        state.getDatabase()->whenFailing({});
+    }
     Zorv::Logging::close();
     Zorv::Portal::instance().open(nullptr);
 }
@@ -86,6 +96,36 @@ void Node::provideServices()
     portal.provide("YaltOamSpiTransactionService", "YaltOamSpiTransaction", "1", TransactionTables::participant());
     Zorv::Portal::instance().open(PortalTables::accessor());
     Zorv::Logging::open(Zorv::Portal::instance(), traceGroup);
+}
+
+std::vector<Storage> Node::storages()
+{
+    const auto writeState = [this] {
+        state.getLists().catchUp();
+        source.catchUp();
+        if (state.getDatabase() != nullptr) {
+            state.getDatabase()->getWrites().worked();
+        }
+        return !state.isFailing();
+    };
+    return {{"state", "the state cannot be written; until it can, what changes is lost when the node ends", writeState},
+            {"log", "the logs cannot be written; texts and records are lost", [this] { return logs.tryAgain(); }}};
+}
+
+/// Raises the node's own alarm, or clears it, at the start too: an earlier life may have ended before it could.
+void Node::tellStorage(const Storage& storage, bool isFailing)
+{
+    if (!configuration.storageAlarm) {
+        return;
+    }
+    FmNotification notification;
+    notification.dn = configuration.storageAlarm->dn + ",Storage=" + storage.name;
+    notification.majorType = configuration.storageAlarm->majorType;
+    notification.minorType = configuration.storageAlarm->minorType;
+    notification.eventTime = static_cast<std::uint64_t>(Poco::Timestamp().epochMicroseconds()) * 1000;
+    notification.severity = isFailing ? YALT_FM_SEVERITY_MAJOR : YALT_FM_SEVERITY_CLEARED;
+    notification.text = isFailing ? storage.trouble : "";
+    source.publish({notification});
 }
 
 void Node::start()
@@ -183,8 +223,8 @@ std::vector<std::string> Node::getTroubles()
     if (const std::size_t waiting = source.getNumberWaiting(); waiting > 0) {
         troubles.push_back(std::to_string(waiting) + " notifications wait for a component that takes them");
     }
-    if (state.getLists().isFailing()) {
-        troubles.push_back("changes of replicated lists cannot be written; see SystemLog.log");
+    if (state.isFailing()) {
+        troubles.push_back("the state cannot be written, what changes is kept in memory alone; see SystemLog.log");
     }
     return troubles;
 }

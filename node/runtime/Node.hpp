@@ -17,6 +17,7 @@
 #include "lifecycle/ComponentRunner.hpp"
 #include "lifecycle/LoadedLibrary.hpp"
 #include "portal/PortalTables.hpp"
+#include "runtime/StorageWatch.hpp"
 #include "services/eventrouter/EventRouterTable.hpp"
 #include "services/log/LogTable.hpp"
 #include "services/managedobjects/CmEventPublisher.hpp"
@@ -85,6 +86,8 @@ public:
 
 private:
     void provideServices();
+    std::vector<Storage> storages();
+    void tellStorage(const Storage& storage, bool isFailing);
     bool awaitCallbacks();
 
     /// Grows with everything that the services do for components.
@@ -107,7 +110,8 @@ private:
 
     ComponentRunner runner;
     std::vector<std::unique_ptr<LoadedLibrary>> libraries;
-    const InboxKeeper keeper;  // last: it looks at all services
+    const InboxKeeper keeper;  // last, like the next one: they look at all services
+    StorageWatch storageWatch;
 };
 
 }  // namespace ZorvNode

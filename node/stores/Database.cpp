@@ -14,8 +14,6 @@ namespace {
 
 using KindT = StoreError::Kind;
 
-constexpr std::chrono::seconds checkpointsCalm(10);
-
 KindT kindOf(int code)
 {
     switch (code & 0xff) {  // the primary code
@@ -59,7 +57,8 @@ void Database::Closer::operator()(sqlite3* opened) const
 Database::Database(const std::string& databaseFile, const Schema& schema, const DatabaseSettings& settings,
                    const LogSinkT& logSink)
     : file(databaseFile),
-      checkpointReport(logSink, "moving the log into " + databaseFile, checkpointsCalm)
+      writes(logSink, "writing the store", settings.calm),
+      checkpointReport(logSink, "moving the log into " + databaseFile, settings.calm)
 {
     open();
     adopt(schema);
@@ -142,6 +141,12 @@ void Database::checkpoint()
     if (code != SQLITE_OK) {
         throw failure(code);
     }
+}
+
+void Database::whenFailing(const std::function<void()>& call)
+{
+    writes.whenFailing(call);
+    checkpointReport.whenFailing(call);
 }
 
 bool Database::tryCheckpoint()

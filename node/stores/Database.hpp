@@ -28,11 +28,12 @@ namespace ZorvNode {
 struct DatabaseSettings {
     Durability durability = Durability::process;
     CheckpointSettings checkpoints;
+    std::chrono::milliseconds calm{5000};  ///< without a failure, and what has failed works again
 };
 
 class Database {
 public:
-    /// @param logSink told of checkpoints that fail.
+    /// @param logSink told of writes and checkpoints that fail.
     Database(const std::string& databaseFile, const Schema& schema, const DatabaseSettings& settings,
              const LogSinkT& logSink);
     ~Database();
@@ -47,6 +48,15 @@ public:
 
     /// Moves what stands in the log to the file.
     void checkpoint();
+
+    /// Where those who write tell whether it has worked.
+    FailureReport& getWrites() { return writes; }
+
+    /// Whether something could not be written, or not be moved into the file.
+    bool isFailing() const { return writes.isFailing() || checkpointReport.isFailing(); }
+
+    /// Called when that begins, on any thread, with locks held: it must not wait for anything.
+    void whenFailing(const std::function<void()>& call);
 
     void lock() { mutex.lock(); }
     void unlock() { mutex.unlock(); }
@@ -67,6 +77,7 @@ private:
     const std::string file;
     std::recursive_mutex mutex;
     std::unique_ptr<sqlite3, Closer> handle;  // used under mutex
+    FailureReport writes;
     FailureReport checkpointReport;
     std::unique_ptr<Checkpointer> checkpointer;
 };

@@ -6,6 +6,8 @@
 
 namespace ZorvNode {
 
+using LockT = std::lock_guard<std::mutex>;
+
 FailureReport::FailureReport(LogSinkT logSink, std::string operation, std::chrono::milliseconds calm)
     : log(std::move(logSink)),
       what(std::move(operation)),
@@ -15,17 +17,19 @@ FailureReport::FailureReport(LogSinkT logSink, std::string operation, std::chron
 
 void FailureReport::failed(const std::string& reason)
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    const LockT lock(mutex);
     lastFailed = ClockT::now();
-    if (!failing) {
-        failing = true;
+    if (!std::exchange(failing, true)) {
         log(ZORV_LOG_ERROR, what + " fails: " + reason);
+        if (notice) {
+            notice();
+        }
     }
 }
 
 void FailureReport::worked()
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    const LockT lock(mutex);
     if (failing && ClockT::now() - lastFailed >= calmTime) {
         failing = false;
         log(ZORV_LOG_NOTICE, what + " works again");
@@ -34,8 +38,14 @@ void FailureReport::worked()
 
 bool FailureReport::isFailing() const
 {
-    const std::lock_guard<std::mutex> lock(mutex);
+    const LockT lock(mutex);
     return failing;
+}
+
+void FailureReport::whenFailing(std::function<void()> call)
+{
+    const LockT lock(mutex);
+    notice = std::move(call);
 }
 
 }  // namespace ZorvNode

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <mutex>
 #include <string>
 
@@ -13,7 +14,7 @@ namespace ZorvNode {
 
 class FailureReport {
 public:
-    /// @param operation what fails, such as "writing the lists"
+    /// @param operation what fails, such as "writing the store"
     /// @param calm an operation works again when it has not failed for so long: failures come and go on a disk that is
     ///             almost full.
     FailureReport(LogSinkT logSink, std::string operation, std::chrono::milliseconds calm);
@@ -22,6 +23,9 @@ public:
     void worked();
 
     bool isFailing() const;
+
+    /// Called at each failure that is told, on the thread to which it happened: it must not wait for anything.
+    void whenFailing(std::function<void()> call);
 
 private:
     using ClockT = std::chrono::steady_clock;
@@ -32,6 +36,7 @@ private:
     mutable std::mutex mutex;
     bool failing = false;           // guarded by mutex
     ClockT::time_point lastFailed;  // guarded by mutex
+    std::function<void()> notice;   // guarded by mutex
 };
 
 }  // namespace ZorvNode

@@ -67,8 +67,8 @@ public:
     /// All lists, by name.
     virtual std::vector<ListDescription> describeAll() = 0;
 
-    /// Whether changes cannot be recorded for the moment.
-    virtual bool isFailing() const { return false; }
+    /// Records what could not be recorded when it was changed, if there is anything.
+    virtual void catchUp() {}
 };
 
 }  // namespace ZorvNode

@@ -32,13 +32,11 @@ ZorvReturnT MemoryListStorage::create(const std::string& list, std::uint32_t ite
     List& created = made[list];
     created.identity = contents.lastIdentity + 1;
     created.itemSize = itemSize;
-    const ZorvReturnT recorded = recordCreate(list, created);
-    if (recorded == ZORV_RETURN_OK) {
-        const ChangeT change(reading);
-        contents.lists.merge(made);
-        ++contents.lastIdentity;
-    }
-    return recorded;
+    recordCreate(list, created);
+    const ChangeT change(reading);
+    contents.lists.merge(made);
+    ++contents.lastIdentity;
+    return ZORV_RETURN_OK;
 }
 
 ZorvReturnT MemoryListStorage::remove(const std::string& list)
@@ -48,12 +46,10 @@ ZorvReturnT MemoryListStorage::remove(const std::string& list)
     if (found == contents.lists.end()) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    const ZorvReturnT recorded = recordRemove(found->second);
-    if (recorded == ZORV_RETURN_OK) {
-        const ChangeT change(reading);
-        contents.lists.erase(found);
-    }
-    return recorded;
+    recordRemove(found->second);
+    const ChangeT change(reading);
+    contents.lists.erase(found);
+    return ZORV_RETURN_OK;
 }
 
 ZorvReturnT MemoryListStorage::describe(const std::string& list, std::uint64_t& identity, std::uint32_t& itemSize)
@@ -92,15 +88,13 @@ ZorvReturnT MemoryListStorage::pushBack(const std::string& list, const void* dat
     ListItem item{contents.lastNumber + 1, ListDataT(bytes(data), bytes(data) + found->itemSize)};
     std::map<std::uint64_t, ListDataT> made;
     ListDataT& place = made[item.number];
-    const ZorvReturnT recorded = recordPush(*found, item);
-    if (recorded == ZORV_RETURN_OK) {
-        place = std::move(item.data);
-        number = item.number;
-        const ChangeT change(reading);
-        found->items.insert(found->items.end(), made.extract(made.begin()));
-        ++contents.lastNumber;
-    }
-    return recorded;
+    recordPush(*found, item);
+    place = std::move(item.data);
+    number = item.number;
+    const ChangeT change(reading);
+    found->items.insert(found->items.end(), made.extract(made.begin()));
+    ++contents.lastNumber;
+    return ZORV_RETURN_OK;
 }
 
 ZorvReturnT MemoryListStorage::erase(const std::string& list, std::uint64_t number)
@@ -110,12 +104,10 @@ ZorvReturnT MemoryListStorage::erase(const std::string& list, std::uint64_t numb
     if (found == nullptr || found->items.count(number) == 0) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    const ZorvReturnT recorded = recordErase(number);
-    if (recorded == ZORV_RETURN_OK) {
-        const ChangeT change(reading);
-        found->items.erase(number);
-    }
-    return recorded;
+    recordErase(*found, number);
+    const ChangeT change(reading);
+    found->items.erase(number);
+    return ZORV_RETURN_OK;
 }
 
 ZorvReturnT MemoryListStorage::replace(const std::string& list, std::uint64_t number, const void* data)
@@ -133,12 +125,10 @@ ZorvReturnT MemoryListStorage::replace(const std::string& list, std::uint64_t nu
         return ZORV_RETURN_OK;
     }
     ListItem item{number, ListDataT(bytes(data), bytes(data) + found->itemSize)};
-    const ZorvReturnT recorded = recordReplace(item);
-    if (recorded == ZORV_RETURN_OK) {
-        const ChangeT change(reading);
-        place->second.swap(item.data);
-    }
-    return recorded;
+    recordReplace(*found, item);
+    const ChangeT change(reading);
+    place->second.swap(item.data);
+    return ZORV_RETURN_OK;
 }
 
 ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t number, ListItem& item)

@@ -4,7 +4,6 @@
 /// always what stands in memory, and no reader waits for a record.
 ///
 /// Threads:   any; one writer at a time, readers beside it.
-/// Failure:   what a record answers instead of 0 is the operation's answer, and nothing has changed.
 #pragma once
 
 #include <map>
@@ -45,13 +44,21 @@ protected:
     /// What was recorded in an earlier life; before the first operation.
     void restore(Contents recorded) { contents = std::move(recorded); }
 
+    /// Calls look(contents) while nothing is changed.
+    template <class LookT>
+    void whileUnchanged(LookT look)
+    {
+        const std::lock_guard<std::mutex> writer(writing);
+        look(static_cast<const Contents&>(contents));
+    }
+
 private:
     // Called before a change, one at a time. What they throw goes through, and nothing has changed.
-    virtual ZorvReturnT recordCreate(const std::string& /*name*/, const List& /*list*/) { return ZORV_RETURN_OK; }
-    virtual ZorvReturnT recordRemove(const List& /*list*/) { return ZORV_RETURN_OK; }
-    virtual ZorvReturnT recordPush(const List& /*list*/, const ListItem& /*item*/) { return ZORV_RETURN_OK; }
-    virtual ZorvReturnT recordErase(std::uint64_t /*number*/) { return ZORV_RETURN_OK; }
-    virtual ZorvReturnT recordReplace(const ListItem& /*item*/) { return ZORV_RETURN_OK; }
+    virtual void recordCreate(const std::string& /*name*/, const List& /*list*/) {}
+    virtual void recordRemove(const List& /*list*/) {}
+    virtual void recordPush(const List& /*list*/, const ListItem& /*item*/) {}
+    virtual void recordErase(const List& /*list*/, std::uint64_t /*number*/) {}
+    virtual void recordReplace(const List& /*list*/, const ListItem& /*item*/) {}
 
     List* find(const std::string& list);  // under either mutex
 

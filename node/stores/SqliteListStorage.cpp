@@ -1,5 +1,7 @@
 #include "stores/SqliteListStorage.hpp"
 
+#include <utility>
+
 #include "stores/Transaction.hpp"
 
 namespace ZorvNode {
@@ -13,62 +15,117 @@ Blob blob(const ListDataT& data)
 
 }  // namespace
 
-SqliteListStorage::SqliteListStorage(Database& listDatabase, const ListLimits& listLimits, const LogSinkT& logSink,
-                                     std::chrono::milliseconds calm)
+SqliteListStorage::SqliteListStorage(Database& listDatabase, const ListLimits& listLimits)
     : MemoryListStorage(listLimits),
       database(listDatabase),
-      report(logSink, "writing replicated lists", calm),
       insertList(database, "INSERT INTO lists (identity, name, itemSize) VALUES (?, ?, ?)"),
       deleteList(database, "DELETE FROM lists WHERE identity = ?"),
       deleteItems(database, "DELETE FROM items WHERE list = ?"),
-      insertItem(database, "INSERT INTO items (number, list, data) VALUES (?, ?, ?)"),
+      insertItem(database, "INSERT OR REPLACE INTO items (number, list, data) VALUES (?, ?, ?)"),
       deleteItem(database, "DELETE FROM items WHERE number = ?"),
-      updateItem(database, "UPDATE items SET data = ? WHERE number = ?")
+      updateItem(database, "UPDATE items SET data = ? WHERE number = ?"),
+      keepLast(database, "UPDATE sqlite_sequence SET seq = max(seq, ?) WHERE name = ?")
 {
-    restore(load());
+    Contents loaded = load();
+    lastIdentity = loaded.lastIdentity;
+    lastNumber = loaded.lastNumber;
+    restore(std::move(loaded));
 }
 
-ZorvReturnT SqliteListStorage::recordCreate(const std::string& name, const List& list)
+void SqliteListStorage::recordCreate(const std::string& name, const List& list)
 {
-    return recorded([&] { insertList.run(list.identity, name, list.itemSize); });
+    lastIdentity = list.identity;  // a failure does not tell whether it is on record all the same
+    record([&] { insertList.run(list.identity, name, list.itemSize); }, [&] { changes.listMade(list.identity); });
 }
 
-ZorvReturnT SqliteListStorage::recordRemove(const List& list)
+void SqliteListStorage::recordRemove(const List& list)
 {
-    return recorded([&] {
-        Transaction removal(database);
-        deleteItems.run(list.identity);
-        deleteList.run(list.identity);
-        removal.commit();
+    record(
+        [&] {
+            Transaction removal(database);
+            deleteItems.run(list.identity);
+            deleteList.run(list.identity);
+            removal.commit();
+        },
+        [&] { changes.listRemoved(list.identity); });
+}
+
+void SqliteListStorage::recordPush(const List& list, const ListItem& item)
+{
+    lastNumber = item.number;
+    record([&] { insertItem.run(item.number, list.identity, blob(item.data)); },
+           [&] { changes.itemChanged(list.identity, item.number); });
+}
+
+void SqliteListStorage::recordErase(const List& list, std::uint64_t number)
+{
+    record([&] { deleteItem.run(number); }, [&] { changes.itemErased(list.identity, number); });
+}
+
+void SqliteListStorage::recordReplace(const List& list, const ListItem& item)
+{
+    record([&] { updateItem.run(blob(item.data), item.number); },
+           [&] { changes.itemChanged(list.identity, item.number); });
+}
+
+template <class WriteT, class NoteT>
+void SqliteListStorage::record(WriteT write, NoteT note)
+{
+    if (!changes.haveBegun()) {
+        try {
+            write();
+            database.getWrites().worked();
+            return;
+        } catch (const StoreError& e) {
+            changes.begin(lastIdentity, lastNumber);
+            database.getWrites().failed(e.what());
+        }
+    }
+    note();
+}
+
+void SqliteListStorage::catchUp()
+{
+    whileUnchanged([this](const Contents& present) {
+        if (!changes.haveBegun()) {
+            return;
+        }
+        try {
+            recordChanges(present);
+            changes.end();
+        } catch (const StoreError& e) {
+            database.getWrites().failed(e.what());
+        }
     });
 }
 
-ZorvReturnT SqliteListStorage::recordPush(const List& list, const ListItem& item)
+void SqliteListStorage::recordChanges(const Contents& present)
 {
-    return recorded([&] { insertItem.run(item.number, list.identity, blob(item.data)); });
-}
-
-ZorvReturnT SqliteListStorage::recordErase(std::uint64_t number)
-{
-    return recorded([&] { deleteItem.run(number); });
-}
-
-ZorvReturnT SqliteListStorage::recordReplace(const ListItem& item)
-{
-    return recorded([&] { updateItem.run(blob(item.data), item.number); });
-}
-
-template <class WriteT>
-ZorvReturnT SqliteListStorage::recorded(WriteT write)
-{
-    try {
-        write();
-        report.worked();
-        return ZORV_RETURN_OK;
-    } catch (const StoreError& e) {
-        report.failed(e.what());
-        return e.kind == StoreError::Kind::full ? ZORV_RETURN_NO_RESOURCES : ZORV_RETURN_FAILED;
+    std::map<std::uint64_t, const std::pair<const std::string, List>*> byIdentity;
+    for (const auto& entry : present.lists) {
+        byIdentity[entry.second.identity] = &entry;
     }
+    Transaction change(database);
+    for (const std::uint64_t identity : changes.getLists()) {
+        deleteItems.run(identity);
+        deleteList.run(identity);
+    }
+    for (const std::uint64_t identity : changes.getLists()) {
+        if (const auto made = byIdentity.find(identity); made != byIdentity.end()) {
+            insertList.run(identity, made->second->first, made->second->second.itemSize);
+        }
+    }
+    for (const auto& [number, identity] : changes.getItems()) {
+        const List& list = byIdentity.at(identity)->second;
+        if (const auto item = list.items.find(number); item != list.items.end()) {
+            insertItem.run(number, identity, blob(item->second));
+        } else {
+            deleteItem.run(number);
+        }
+    }
+    keepLast.run(lastIdentity, "lists");
+    keepLast.run(lastNumber, "items");
+    change.commit();
 }
 
 SqliteListStorage::Contents SqliteListStorage::load()

@@ -3,38 +3,39 @@
 /// Each operation that changes something is one transaction; it is on record before it is seen. Item numbers and
 /// identities go on over restarts. Lists that are longer than the limits when they are read stay as they are.
 ///
+/// While the database cannot be written, the lists go on in memory alone. What has changed is noted and recorded by
+/// catchUp, as one transaction, when it can be written again. Until then a node that ends loses it.
+///
 /// Threads:   any; readers never wait for the database.
 /// Ownership: the database outlives this object.
-/// Failure:   the constructor throws StoreError. A change that cannot be recorded answers -10 when the disk is full and -1
-///            otherwise, has changed nothing, and is told to the log: the first one, and when it works again.
+/// Failure:   the constructor throws StoreError. Later failures are told to the database's report of writes.
 #pragma once
 
-#include <chrono>
-
-#include "LogSink.hpp"
 #include "stores/Database.hpp"
-#include "stores/FailureReport.hpp"
 #include "stores/MemoryListStorage.hpp"
 #include "stores/Statement.hpp"
+#include "stores/UnrecordedChanges.hpp"
 
 namespace ZorvNode {
 
 class SqliteListStorage : public MemoryListStorage {
 public:
-    SqliteListStorage(Database& listDatabase, const ListLimits& listLimits, const LogSinkT& logSink,
-                      std::chrono::milliseconds calm = std::chrono::seconds(10));
+    SqliteListStorage(Database& listDatabase, const ListLimits& listLimits);
 
-    bool isFailing() const override { return report.isFailing(); }
+    void catchUp() override;
 
 private:
-    ZorvReturnT recordCreate(const std::string& name, const List& list) override;
-    ZorvReturnT recordRemove(const List& list) override;
-    ZorvReturnT recordPush(const List& list, const ListItem& item) override;
-    ZorvReturnT recordErase(std::uint64_t number) override;
-    ZorvReturnT recordReplace(const ListItem& item) override;
+    void recordCreate(const std::string& name, const List& list) override;
+    void recordRemove(const List& list) override;
+    void recordPush(const List& list, const ListItem& item) override;
+    void recordErase(const List& list, std::uint64_t number) override;
+    void recordReplace(const List& list, const ListItem& item) override;
 
-    template <class WriteT>
-    ZorvReturnT recorded(WriteT write);
+    /// Runs write, or note where that is not possible.
+    template <class WriteT, class NoteT>
+    void record(WriteT write, NoteT note);
+
+    void recordChanges(const Contents& present);
 
     Contents load();
     void loadLists(Contents& loaded, std::map<std::uint64_t, List*>& byIdentity);
@@ -42,13 +43,16 @@ private:
     std::uint64_t lastUsed(const std::string& table);
 
     Database& database;
-    FailureReport report;
     Statement insertList;
     Statement deleteList;
     Statement deleteItems;
     Statement insertItem;
     Statement deleteItem;
     Statement updateItem;
+    Statement keepLast;
+    std::uint64_t lastIdentity = 0;  // of those made so far
+    std::uint64_t lastNumber = 0;
+    UnrecordedChanges changes;
 };
 
 }  // namespace ZorvNode

@@ -73,7 +73,7 @@ void StateStore::open(const std::string& file, const StoreSettings& settings, co
 {
     ensureStoreFile(file, log);
     database = std::make_unique<Database>(file, storeSchema(), DatabaseSettings{settings.durability, {}}, log);
-    lists = std::make_unique<SqliteListStorage>(*database, limits, log);
+    lists = std::make_unique<SqliteListStorage>(*database, limits);
 }
 
 }  // namespace ZorvNode

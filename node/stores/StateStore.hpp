@@ -20,6 +20,9 @@ public:
 
     ListStorage& getLists() { return *lists; }
 
+    /// Whether what changes cannot be written for the moment, and is kept in memory alone.
+    bool isFailing() const { return database && database->isFailing(); }
+
     /// Null when everything is kept in memory.
     Database* getDatabase() { return database.get(); }
 

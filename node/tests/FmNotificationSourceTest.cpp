@@ -76,6 +76,19 @@ TEST_F(FmNotificationSourceTest, aClearThatHasAnotherTimeIsSent)
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=100", "Port=100"));
 }
 
+/// It may have been handled, and then it would clear what else has such a name.
+TEST_F(FmNotificationSourceTest, aClearThatWasSentBeforeComesBackAsThePatternOfOneName)
+{
+    const unsigned long earlier = subscribeFrom(newConsumer(), "100");
+    source.publish({clear("Port=1.5", 200), clear("Port=1.*", 300)});
+    router.unregisterConsumer(earlier);
+    source.publish({clear("Port=2", 400)});
+
+    subscribeFrom(consumer, "100");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("^Port=1\\.5$", "Port=1.*", "Port=2"));
+}
+
 TEST_F(FmNotificationSourceTest, withoutOneThatHasItsTimeItIsSentEverything)
 {
     publish(source, {100, 200, 300});

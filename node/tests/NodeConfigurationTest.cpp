@@ -52,6 +52,21 @@ TEST_F(NodeConfigurationTest, theLeastHasDefaultsAndPathsRelativeToTheFile)
     EXPECT_EQ(10000U, it.inboxBound);
 }
 
+TEST_F(NodeConfigurationTest, theNodesOwnAlarmIsNamedWithItsType)
+{
+    EXPECT_FALSE(read(least).storageAlarm);
+    const NodeConfiguration it = read(least + "<storageAlarm dn='A=1' majorType='32473' minorType='4294967295'/>");
+    ASSERT_TRUE(it.storageAlarm);
+    EXPECT_EQ("A=1", it.storageAlarm->dn);
+    EXPECT_EQ(32473U, it.storageAlarm->majorType);
+    EXPECT_EQ(4294967295U, it.storageAlarm->minorType);
+
+    EXPECT_EQ(":2: storageAlarm/minorType: not a number from 0 to 4294967295, \"4294967296\"",
+              failureOf(least + "<storageAlarm dn='A=1' majorType='1' minorType='4294967296'/>"));
+    EXPECT_EQ(":2: element storageAlarm has no attribute, \"dn\"",
+              failureOf(least + "<storageAlarm majorType='1' minorType='2'/>"));
+}
+
 TEST_F(NodeConfigurationTest, theInboxHoldsNoMoreThanAQueue)
 {
     EXPECT_EQ(

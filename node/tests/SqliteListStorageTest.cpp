@@ -41,6 +41,12 @@ private:
     rlimit before{};
 };
 
+const char* const refuseAll = "CREATE TEMP TRIGGER i BEFORE INSERT ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
+                              "CREATE TEMP TRIGGER u BEFORE UPDATE ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
+                              "CREATE TEMP TRIGGER d BEFORE DELETE ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
+                              "CREATE TEMP TRIGGER l BEFORE INSERT ON main.lists BEGIN SELECT RAISE(ABORT, 'no'); END;";
+const char* const refuseNothing = "DROP TRIGGER i; DROP TRIGGER u; DROP TRIGGER d; DROP TRIGGER l;";
+
 }  // namespace
 
 class SqliteListStorageTest : public ::testing::Test {
@@ -55,8 +61,10 @@ protected:
     {
         lists.reset();
         database.reset();
-        database.emplace(directory.path("zorv.db"), storeSchema(), DatabaseSettings{}, log.sink());
-        lists.emplace(*database, limits, log.sink(), std::chrono::milliseconds(0));
+        DatabaseSettings settings;
+        settings.calm = std::chrono::milliseconds(0);
+        database.emplace(directory.path("zorv.db"), storeSchema(), settings, log.sink());
+        lists.emplace(*database, limits);
     }
 
     /// A list "a" of three items of three bytes.
@@ -66,6 +74,13 @@ protected:
         for (const char* data : {"one", "two", "six"}) {
             push(*lists, "a", data);
         }
+    }
+
+    std::uint64_t numberOfRows(const std::string& table)
+    {
+        std::uint64_t number = 0;
+        Statement(*database, "SELECT count(*) FROM " + table).each([&](const Row& row) { number = row.number(0); });
+        return number;
     }
 
     std::string recordedLog() const { return directory.read("zorv.db-wal"); }
@@ -156,8 +171,10 @@ TEST_F(SqliteListStorageTest, replacingAnItemByItselfDoesNotReachTheDatabase)
 
     EXPECT_EQ(ZORV_RETURN_OK, lists->replace("a", 2, "two"));
     EXPECT_EQ(before, recordedLog());
+    EXPECT_FALSE(database->isFailing());
 
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->replace("a", 2, "TWO"));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->replace("a", 2, "TWO"));
+    EXPECT_TRUE(database->isFailing());
 }
 
 TEST_F(SqliteListStorageTest, whatIsRefusedWritesNothing)
@@ -177,92 +194,133 @@ TEST_F(SqliteListStorageTest, whatIsRefusedWritesNothing)
 
 // --- what cannot be written
 
-TEST_F(SqliteListStorageTest, everyChangeThatTheDatabaseRefusesFailsAndChangesNothing)
+TEST_F(SqliteListStorageTest, whileNothingCanBeWrittenTheListsGoOnInMemory)
 {
     fill();
-    database->execute("CREATE TEMP TRIGGER i BEFORE INSERT ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
-                      "CREATE TEMP TRIGGER u BEFORE UPDATE ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
-                      "CREATE TEMP TRIGGER d BEFORE DELETE ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END;"
-                      "CREATE TEMP TRIGGER l BEFORE INSERT ON main.lists BEGIN SELECT RAISE(ABORT, 'no'); END;");
-    std::uint64_t number = 77;
+    database->execute(refuseAll);
+    std::uint64_t number = 0;
 
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->create("b", 1));
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->pushBack("a", "new", number));
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->replace("a", 1, "new"));
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->erase("a", 1));
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->remove("a"));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->create("b", 1));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->pushBack("a", "new", number));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->replace("a", 1, "ONE"));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->erase("a", 2));
 
-    EXPECT_EQ(77U, number);
-    for (int life = 0; life < 2; ++life) {
-        EXPECT_EQ("list 1 of 3 1:one 2:two 3:six", toText(*lists, "a"));
-        EXPECT_EQ("no list", toText(*lists, "b"));
-        open();
-    }
-    EXPECT_EQ(4U, push(*lists, "a", "new"));
+    EXPECT_EQ(4U, number);
+    EXPECT_EQ("list 1 of 3 1:ONE 3:six 4:new", toText(*lists, "a"));
+    EXPECT_EQ("list 2 of 1", toText(*lists, "b"));
+    EXPECT_TRUE(database->isFailing());
+    EXPECT_THAT(log.lines(), ElementsAre("3 writing the store fails: " + database->getFile() + ": no"));
+    open();
+    EXPECT_EQ("list 1 of 3 1:one 2:two 3:six", toText(*lists, "a"));
+    EXPECT_EQ("no list", toText(*lists, "b"));
 }
 
-TEST_F(SqliteListStorageTest, aListWhoseRemovalFailsHalfWayKeepsItsItems)
+TEST_F(SqliteListStorageTest, whatHasChangedMeanwhileIsRecordedWhenThatIsPossibleAgain)
+{
+    fill();
+    lists->create("gone", 1);
+    push(*lists, "gone", "x");
+    database->execute(refuseAll);
+    lists->replace("a", 1, "ONE");
+    lists->erase("a", 2);
+    push(*lists, "a", "new");
+    lists->replace("a", 5, "NEW");
+    lists->create("b", 2);
+    push(*lists, "b", "xy");
+    lists->remove("gone");
+    lists->create("brief", 1);
+    push(*lists, "brief", "z");
+    lists->remove("brief");
+    push(*lists, "a", "out");
+    lists->erase("a", 8);
+
+    lists->catchUp();
+    EXPECT_TRUE(database->isFailing());
+    database->execute(refuseNothing);
+    lists->catchUp();
+    database->getWrites().worked();
+
+    EXPECT_FALSE(database->isFailing());
+    for (int life = 0; life < 2; ++life) {
+        EXPECT_EQ("list 1 of 3 1:ONE 3:six 5:NEW", toText(*lists, "a"));
+        EXPECT_EQ("list 3 of 2 6:xy", toText(*lists, "b"));
+        EXPECT_EQ("no list", toText(*lists, "gone"));
+        EXPECT_EQ("no list", toText(*lists, "brief"));
+        open();
+    }
+    EXPECT_EQ(9U, push(*lists, "a", "nxt"));
+    lists->create("c", 1);
+    EXPECT_EQ("list 5 of 1", toText(*lists, "c"));
+    EXPECT_THAT(log.lines(), ElementsAre("3 writing the store fails: " + database->getFile() + ": no",
+                                         "5 writing the store works again"));
+}
+
+TEST_F(SqliteListStorageTest, aWriteThatFailedAndIsOnRecordAllTheSameDoesNotComeBack)
+{
+    fill();
+    database->execute("CREATE TEMP TRIGGER i AFTER INSERT ON main.items BEGIN SELECT RAISE(FAIL, 'no'); END");
+    push(*lists, "a", "new");
+    EXPECT_EQ(4U, numberOfRows("items"));
+    lists->erase("a", 4);
+
+    lists->catchUp();
+
+    EXPECT_EQ(3U, numberOfRows("items"));
+}
+
+TEST_F(SqliteListStorageTest, aListWhoseRemovalFailsHalfWayIsRemovedLater)
 {
     fill();
     database->execute("CREATE TEMP TRIGGER l BEFORE DELETE ON main.lists BEGIN SELECT RAISE(ABORT, 'no'); END;");
 
-    EXPECT_EQ(ZORV_RETURN_FAILED, lists->remove("a"));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->remove("a"));
+    EXPECT_EQ("no list", toText(*lists, "a"));
+    EXPECT_EQ(3U, numberOfRows("items"));
+    database->execute("DROP TRIGGER l");
+    lists->catchUp();
 
     open();
-    EXPECT_EQ("list 1 of 3 1:one 2:two 3:six", toText(*lists, "a"));
+    EXPECT_EQ("no list", toText(*lists, "a"));
+    EXPECT_EQ(0U, numberOfRows("items"));
 }
 
-TEST_F(SqliteListStorageTest, aFailureIsToldOnceAndSoIsItsEnd)
-{
-    fill();
-    database->execute("CREATE TEMP TRIGGER i BEFORE INSERT ON main.items BEGIN SELECT RAISE(ABORT, 'no'); END");
-    push(*lists, "a", "new");
-    push(*lists, "a", "new");
-    database->execute("DROP TRIGGER i");
-    push(*lists, "a", "new");
-    push(*lists, "a", "new");
-
-    EXPECT_THAT(log.lines(), ElementsAre("3 writing replicated lists fails: " + database->getFile() + ": no",
-                                         "5 writing replicated lists works again"));
-}
-
-TEST_F(SqliteListStorageTest, aFullDiskIsNoResourcesUntilThereIsRoom)
+TEST_F(SqliteListStorageTest, aDiskThatIsFullIsCaughtUpWithWhenThereIsRoom)
 {
     lists->create("a", 100000);
     database->execute("PRAGMA max_page_count = 60");
     const std::string large(100000, 'x');
     EXPECT_EQ(1U, push(*lists, "a", large));
     EXPECT_EQ(2U, push(*lists, "a", large));
-    std::uint64_t number = 0;
-
-    EXPECT_EQ(ZORV_RETURN_NO_RESOURCES, lists->pushBack("a", large.data(), number));
-
-    EXPECT_EQ(0U, number);
-    EXPECT_THAT(log.lines(),
-                ElementsAre("3 writing replicated lists fails: " + database->getFile() + ": database or disk is full"));
-    EXPECT_EQ(ZORV_RETURN_OK, lists->erase("a", 1));
     EXPECT_EQ(3U, push(*lists, "a", large));
+
+    lists->catchUp();
+    EXPECT_THAT(log.lines(),
+                ElementsAre("3 writing the store fails: " + database->getFile() + ": database or disk is full"));
+    EXPECT_EQ(ZORV_RETURN_OK, lists->erase("a", 1));
+    lists->catchUp();
+
     open();
     EXPECT_EQ("list 1 of 100000 2:" + large + " 3:" + large, toText(*lists, "a"));
 }
 
-TEST_F(SqliteListStorageTest, whatTheSystemDoesNotWriteFailsAndChangesNothing)
+TEST_F(SqliteListStorageTest, whatTheSystemDoesNotWriteIsWrittenLater)
 {
     fill();
     lists->create("b", 100000);
     const std::string large(100000, 'x');
-    std::uint64_t number = 0;
     {
         const FileSizeLimit limit(80000);
-        EXPECT_EQ(ZORV_RETURN_FAILED, lists->pushBack("b", large.data(), number));
+        EXPECT_EQ(4U, push(*lists, "b", large));
+        push(*lists, "a", "new");
     }
+    EXPECT_THAT(log.lines(),
+                ElementsAre(StartsWith("3 writing the store fails: " + database->getFile() + ": disk I/O error")));
 
-    EXPECT_THAT(log.lines(), ElementsAre(StartsWith("3 writing replicated lists fails: " + database->getFile() +
-                                                    ": disk I/O error")));
-    EXPECT_EQ(4U, push(*lists, "a", "new"));
+    lists->catchUp();
+
     open();
-    EXPECT_EQ("list 1 of 3 1:one 2:two 3:six 4:new", toText(*lists, "a"));
-    EXPECT_EQ("list 2 of 100000", toText(*lists, "b"));
+    EXPECT_EQ("list 1 of 3 1:one 2:two 3:six 5:new", toText(*lists, "a"));
+    EXPECT_EQ("list 2 of 100000 4:" + large, toText(*lists, "b"));
 }
 
 // --- what cannot be read

@@ -59,7 +59,7 @@ public:
 
     LogSinkT silent = [](std::int32_t, const std::string&) {};
     Database database;
-    SqliteListStorage lists{database, {}, silent};
+    SqliteListStorage lists{database, {}};
 };
 
 /// Changes lists until it is killed, and writes a byte after each change.

@@ -57,7 +57,7 @@ Batch readBatch(const HttpRequest& request, std::size_t bound)
     return batch;
 }
 
-HttpResponse answerFor(const Batch& batch, std::size_t accepted)
+HttpResponse answerFor(const Batch& batch, std::size_t accepted, bool isDurable)
 {
     JsonWriter json;
     json.beginObject().member("accepted", std::uint64_t(accepted)).key("rejected").beginArray();
@@ -68,7 +68,11 @@ HttpResponse answerFor(const Batch& batch, std::size_t accepted)
         }
         json.member("reason", rejected.reason).endObject();
     }
-    json.endArray().endObject();
+    json.endArray();
+    if (!isDurable) {
+        json.member("durable", false);
+    }
+    json.endObject();
     HttpResponse response;
     response.status = accepted == 0 && !batch.rejected.empty() ? 422 : 200;
     response.body = json.take();
@@ -95,9 +99,10 @@ HttpResponse publish(Node& node, const ApiSettings& settings, const HttpRequest&
     const auto id = readPublicationId(request);
     Batch batch = readBatch(request, settings.batchBound);
     const std::size_t accepted = batch.notifications.size();
+    bool isDurable = true;
     if (accepted > 0) {
         try {
-            node.source.publish(std::move(batch.notifications), id);
+            isDurable = node.source.publish(std::move(batch.notifications), id);
         } catch (const SourceBusy& e) {
             throw HttpError(503, e.what());
         }
@@ -108,7 +113,7 @@ HttpResponse publish(Node& node, const ApiSettings& settings, const HttpRequest&
     if (wait == "delivered" && !node.router.waitUntilIdle(longestDelivery)) {
         throw HttpError(503, "accepted, but not delivered in time");
     }
-    return answerFor(batch, accepted);
+    return answerFor(batch, accepted, isDurable);
 }
 
 HttpResponse suppress(Node& node, const HttpRequest& request)

@@ -59,17 +59,17 @@ ZorvReturnT LogService::write(const std::string& logName, std::int32_t level, co
     bool written = false;
     if (logName == ZORV_LOG_SYSTEM) {
         ++numberOfTexts;
-        written = systemLog.write(localTimeText() + " " + levelName(level) + " " + toLineText(text));
+        written = write(systemLog, localTimeText() + " " + levelName(level) + " " + toLineText(text));
     } else {
         ++numberOfRecords;
-        written = alarmLog.write(text);
+        written = write(alarmLog, text);
     }
     return written ? ZORV_RETURN_OK : ZORV_RETURN_FAILED;
 }
 
 void LogService::writePublication(const std::string& text)
 {
-    publications.write(localTimeText() + " " + toLineText(text));
+    write(publications, localTimeText() + " " + toLineText(text));
 }
 
 const LogTail* LogService::findTail(const std::string& name) const
@@ -80,10 +80,42 @@ const LogTail* LogService::findTail(const std::string& name) const
                                     : nullptr;
 }
 
-bool LogService::Log::write(const std::string& text)
+bool LogService::write(Log& log, const std::string& text)
 {
-    tail.add(text);
-    return file.write(text);
+    log.tail.add(text);
+    if (log.file.write(text)) {
+        return true;
+    }
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (notice) {
+        notice();
+    }
+    return false;
+}
+
+void LogService::whenLosing(std::function<void()> call)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    notice = std::move(call);
+}
+
+/// All logs lie on one disk: what is true of one is true of all.
+bool LogService::tryAgain()
+{
+    std::uint64_t lost = 0;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        lost = getNumberLost() - lostBefore;
+        if (lost == 0) {
+            return true;
+        }
+    }
+    ++numberOfTexts;
+    const bool works = write(systemLog, localTimeText() + " " + levelName(ZORV_LOG_NOTICE) +
+                                            " writing the logs works again, lost: " + std::to_string(lost));
+    const std::lock_guard<std::mutex> lock(mutex);
+    lostBefore += works ? lost : 0;
+    return works;
 }
 
 }  // namespace ZorvNode

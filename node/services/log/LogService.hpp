@@ -5,6 +5,9 @@
 /// Failure:   return codes of ZorvMwSpiLog_1T.
 #pragma once
 
+#include <functional>
+#include <mutex>
+
 #include "ZorvMwSpiLog_1.h"
 #include "services/LevelCell.hpp"
 #include "services/log/LogTail.hpp"
@@ -25,6 +28,12 @@ public:
 
     void writePublication(const std::string& text);
 
+    /// Called whenever a text or record is lost, on the thread that wrote it: it must not wait for anything.
+    void whenLosing(std::function<void()> call);
+
+    /// While texts are lost: writes one about that. Whether the logs can be written.
+    bool tryAgain();
+
     std::int32_t getSystemLevel() const { return systemLevel.get(); }
     void setSystemLevel(std::int32_t level) { systemLevel.set(level); }
 
@@ -44,11 +53,11 @@ private:
     struct Log {
         Log(const std::string& path, const Rotation& rotation) : file(path, rotation) {}
 
-        bool write(const std::string& text);
-
         RotatingFile file;
         LogTail tail;
     };
+
+    bool write(Log& log, const std::string& text);
 
     LevelCell systemLevel;
     LevelCell alarmLevel;
@@ -57,6 +66,10 @@ private:
     Log publications;
     std::atomic<std::uint64_t> numberOfRecords{0};
     std::atomic<std::uint64_t> numberOfTexts{0};
+
+    std::mutex mutex;
+    std::function<void()> notice;  // guarded by mutex
+    std::uint64_t lostBefore = 0;  // guarded by mutex; of them it was told that they are lost
 };
 
 }  // namespace ZorvNode

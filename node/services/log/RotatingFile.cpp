@@ -4,7 +4,6 @@
 #include <Poco/Message.h>
 
 #include <iostream>
-#include <utility>
 
 namespace ZorvNode {
 
@@ -36,7 +35,7 @@ bool RotatingFile::write(const std::string& text)
 void RotatingFile::fail(const std::string& reason)
 {
     ++numberOfFailures;
-    if (!std::exchange(failing, true)) {
+    if (!failing.exchange(true)) {
         std::cerr << "zorvd: cannot write " << path << ": " << reason << std::endl;
     }
     try {

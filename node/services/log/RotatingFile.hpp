@@ -34,13 +34,16 @@ public:
 
     std::uint64_t getNumberOfFailures() const { return numberOfFailures; }
 
+    /// Whether the latest text was lost.
+    bool isFailing() const { return failing; }
+
 private:
     void fail(const std::string& reason);
 
     const std::string path;
     std::mutex mutex;
     Poco::AutoPtr<Poco::FileChannel> channel;  // guarded by mutex
-    bool failing = false;                      // guarded by mutex
+    std::atomic<bool> failing{false};
     std::atomic<std::uint64_t> numberOfFailures{0};
 };
 
