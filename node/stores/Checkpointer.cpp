@@ -25,7 +25,11 @@ void Checkpointer::committed(int pages)
 {
     const auto reached = [this, pages](int bound) { return pagesInLog < bound && pages >= bound; };
     LockT lock(mutex);
-    const bool wakes = reached(settings.pages) || reached(settings.urgentPages);
+    const bool isFirst = pagesInLog == 0;
+    const bool wakes = isFirst || reached(settings.pages) || reached(settings.urgentPages);
+    if (isFirst) {
+        oldest = ClockT::now();
+    }
     pagesInLog = pages;
     ++commits;
     lock.unlock();
@@ -38,7 +42,7 @@ void Checkpointer::run()
 {
     LockT lock(mutex);
     for (;;) {
-        wake.wait(lock, [this] { return stopping || pagesInLog >= settings.pages; });
+        awaitWork(lock);
         awaitPause(lock);
         if (stopping) {
             return;
@@ -51,6 +55,13 @@ void Checkpointer::run()
             wake.wait_for(lock, settings.retry, [this] { return stopping; });
         }
     }
+}
+
+void Checkpointer::awaitWork(LockT& lock)
+{
+    const auto isGrown = [this] { return stopping || pagesInLog >= settings.pages; };
+    wake.wait(lock, [&] { return isGrown() || pagesInLog > 0; });
+    wake.wait_until(lock, oldest + settings.age, isGrown);
 }
 
 void Checkpointer::awaitPause(LockT& lock)

@@ -1,7 +1,8 @@
 /// Decides when a database moves what stands in its write-ahead log to its file, and does it on a thread of its own.
 ///
-/// The log grows with each commit. When it has grown enough the checkpoint waits for a pause of the writers, because they
-/// would have to wait for it; when it goes on growing the checkpoint waits no longer.
+/// The log grows with each commit. When it has grown enough, or its first commit was some time ago, the checkpoint waits for
+/// a pause of the writers, because they would have to wait for it; when it goes on growing the checkpoint waits no longer.
+/// A checkpoint brings everything before it onto the disk, so that time bounds what a loss of power can cost.
 ///
 /// Threads:   committed from any thread, cheap; the work runs on the checkpointer's thread.
 /// Ownership: the destructor waits for a work that is running.
@@ -22,6 +23,7 @@ struct CheckpointSettings {
     int urgentPages = 4000;  ///< that make it overdue
     std::chrono::milliseconds pause{20};
     std::chrono::milliseconds retry{1000};
+    std::chrono::milliseconds age{5000};  ///< of the first commit in the log that makes a checkpoint worth while
 };
 
 class Checkpointer {
@@ -37,8 +39,10 @@ public:
 
 private:
     using LockT = std::unique_lock<std::mutex>;
+    using ClockT = std::chrono::steady_clock;
 
     void run();
+    void awaitWork(LockT& lock);
     void awaitPause(LockT& lock);
 
     const CheckpointSettings settings;
@@ -47,6 +51,7 @@ private:
     std::condition_variable wake;
     int pagesInLog = 0;         // guarded by mutex
     std::uint64_t commits = 0;  // guarded by mutex
+    ClockT::time_point oldest;  // guarded by mutex; when the first commit came that is in the log
     bool stopping = false;      // guarded by mutex
     std::thread thread;
 };

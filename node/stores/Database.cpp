@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include "stores/Statement.hpp"
 #include "stores/Transaction.hpp"
@@ -33,6 +34,19 @@ KindT kindOf(int code)
         return KindT::other;
     }
 }
+
+/// What is committed while it lives is no reason for the next checkpoint.
+class Preparing {
+public:
+    explicit Preparing(bool& itsFlag) : flag(itsFlag) { flag = true; }
+    ~Preparing() { flag = false; }
+
+    Preparing(const Preparing&) = delete;
+    Preparing& operator=(const Preparing&) = delete;
+
+private:
+    bool& flag;
+};
 
 std::string oneLine(std::string text)
 {
@@ -69,10 +83,13 @@ Database::Database(const std::string& databaseFile, const Schema& schema, const 
     sqlite3_wal_hook(
         handle.get(),
         [](void* to, sqlite3*, const char*, int pages) {
-            static_cast<Checkpointer*>(to)->committed(pages);
+            const auto& database = *static_cast<Database*>(to);
+            if (!database.isPreparing) {
+                database.checkpointer->committed(pages);
+            }
             return SQLITE_OK;
         },
-        checkpointer.get());
+        this);
 }
 
 Database::~Database() = default;
@@ -137,6 +154,10 @@ void Database::execute(const std::string& sql)
 void Database::checkpoint()
 {
     const std::lock_guard<Database> lock(*this);
+    if (preparation) {
+        const Preparing now(isPreparing);
+        preparation();
+    }
     const int code = sqlite3_wal_checkpoint_v2(handle.get(), "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     if (code != SQLITE_OK) {
         throw failure(code);
@@ -147,6 +168,12 @@ void Database::whenFailing(const std::function<void()>& call)
 {
     writes.whenFailing(call);
     checkpointReport.whenFailing(call);
+}
+
+void Database::beforeCheckpoint(std::function<void()> call)
+{
+    const std::lock_guard<Database> lock(*this);
+    preparation = std::move(call);
 }
 
 bool Database::tryCheckpoint()

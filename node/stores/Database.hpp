@@ -49,6 +49,9 @@ public:
     /// Moves what stands in the log to the file.
     void checkpoint();
 
+    /// Called before each checkpoint, under the database's lock; what it writes is on the disk when that is done.
+    void beforeCheckpoint(std::function<void()> call);
+
     /// Where those who write tell whether it has worked.
     FailureReport& getWrites() { return writes; }
 
@@ -77,6 +80,8 @@ private:
     const std::string file;
     std::recursive_mutex mutex;
     std::unique_ptr<sqlite3, Closer> handle;  // used under mutex
+    std::function<void()> preparation;        // of checkpoints; used under mutex
+    bool isPreparing = false;                 // used under mutex
     FailureReport writes;
     FailureReport checkpointReport;
     std::unique_ptr<Checkpointer> checkpointer;

@@ -35,11 +35,20 @@ CREATE TABLE clients (
 ) STRICT;
 )";
 
+const char* const life = R"(
+CREATE TABLE life (
+    one      INTEGER PRIMARY KEY CHECK (one = 1),
+    boot     TEXT NOT NULL,
+    syncedAt INTEGER NOT NULL,
+    ended    INTEGER NOT NULL
+) STRICT;
+)";
+
 }  // namespace
 
 const Schema& storeSchema()
 {
-    static const Schema schema = {zorv, {lists, inbox, clients}};
+    static const Schema schema = {zorv, {lists, inbox, clients, life}};
     return schema;
 }
 

@@ -61,6 +61,7 @@ void StateStore::openFile(const StoreSettings& settings, const ListLimits& limit
         if (e.kind != KindT::damaged || !settings.acceptEmpty) {
             throw;
         }
+        life.reset();
         database.reset();
         const std::string aside = setStoreFileAside(file);
         log(ZORV_LOG_WARNING, std::string(e.what()) + "; set aside as " + aside + ", the node begins with empty lists");
@@ -74,6 +75,7 @@ void StateStore::open(const std::string& file, const StoreSettings& settings, co
     ensureStoreFile(file, log);
     database = std::make_unique<Database>(file, storeSchema(), DatabaseSettings{settings.durability, {}}, log);
     lists = std::make_unique<SqliteListStorage>(*database, limits);
+    life = std::make_unique<LifeRecord>(*database, settings.durability, LifeRecord::thisBoot(), log);
 }
 
 }  // namespace ZorvNode

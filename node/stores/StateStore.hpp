@@ -9,6 +9,7 @@
 
 #include "LogSink.hpp"
 #include "stores/Database.hpp"
+#include "stores/LifeRecord.hpp"
 #include "stores/ListStorage.hpp"
 #include "stores/StoreSettings.hpp"
 
@@ -31,6 +32,7 @@ private:
     void open(const std::string& file, const StoreSettings& settings, const ListLimits& limits, const LogSinkT& log);
 
     std::unique_ptr<Database> database;
+    std::unique_ptr<LifeRecord> life;
     std::unique_ptr<ListStorage> lists;
 };
 

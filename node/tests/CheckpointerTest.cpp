@@ -54,6 +54,19 @@ TEST(CheckpointerTest, aSmallLogIsLeftAlone)
     EXPECT_EQ(0, checkpoints.get());
 }
 
+TEST(CheckpointerTest, aSmallLogIsMovedWhenItIsOldEnough)
+{
+    Checkpoints checkpoints;
+    CheckpointSettings settings{10, 20, std::chrono::milliseconds(0), never, std::chrono::milliseconds(1)};
+    Checkpointer checkpointer(settings, checkpoints.work());
+
+    checkpointer.committed(1);
+    EXPECT_TRUE(checkpoints.await(1));
+
+    checkpointer.committed(1);
+    EXPECT_TRUE(checkpoints.await(2));
+}
+
 TEST(CheckpointerTest, aGrownLogIsMovedInAPause)
 {
     Checkpoints checkpoints;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
-#include <thread>
+#include <utility>
 
 namespace ZorvNode {
 
@@ -145,10 +145,15 @@ void FaultyDisk::failAfter(std::size_t changes, int code)
     failure = code;
 }
 
-void FaultyDisk::delay(std::chrono::milliseconds time)
+void FaultyDisk::block(std::shared_future<void> release)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    pause = time;
+    gate = std::move(release);
+}
+
+void FaultyDisk::awaitBlocked()
+{
+    blocked.get_future().wait();
 }
 
 int FaultyDisk::begin(Step step)
@@ -158,9 +163,12 @@ int FaultyDisk::begin(Step step)
         return failure;
     }
     steps.push_back(std::move(step));
-    const auto time = pause;
+    const std::shared_future<void> closed = std::exchange(gate, {});
     lock.unlock();
-    std::this_thread::sleep_for(time);
+    if (closed.valid()) {
+        blocked.set_value();
+        closed.wait();
+    }
     return SQLITE_OK;
 }
 

@@ -8,7 +8,7 @@
 
 #include <sqlite3.h>
 
-#include <chrono>
+#include <future>
 #include <map>
 #include <mutex>
 #include <random>
@@ -34,8 +34,9 @@ public:
     /// The given number of changes are done, then it fails as above.
     void failAfter(std::size_t changes, int code);
 
-    /// Each change takes so long from now on.
-    void delay(std::chrono::milliseconds time);
+    /// The next change waits for this; awaitBlocked waits until it does.
+    void block(std::shared_future<void> release);
+    void awaitBlocked();
 
     /// Changes and syncs since the disk was made.
     std::size_t getNumberOfSteps() const;
@@ -70,7 +71,8 @@ private:
     std::vector<Step> steps;             // guarded by mutex
     int failure = SQLITE_OK;             // guarded by mutex
     std::size_t changesLeft = SIZE_MAX;  // guarded by mutex; before the failure
-    std::chrono::milliseconds pause{0};  // guarded by mutex
+    std::shared_future<void> gate;       // guarded by mutex
+    std::promise<void> blocked;
 };
 
 }  // namespace ZorvNode

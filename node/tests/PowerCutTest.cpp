@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 
 #include "FaultyDisk.hpp"
+#include "FromEnvironment.hpp"
 #include "ListText.hpp"
 #include "LogRecorder.hpp"
 #include "TemporaryDirectory.hpp"
@@ -131,8 +131,7 @@ protected:
 
 TEST_P(PowerCutTest, atAnyPointLeavesAnEarlierMoment)
 {
-    const char* const wanted = std::getenv("ZORV_POWER_CUTS");
-    const std::size_t cuts = wanted != nullptr ? std::stoul(wanted) : 250;
+    const auto cuts = ZorvTest::fromEnvironment("ZORV_TEST_POWER_CUTS", 250);
     const std::map<std::string, std::string> before = {{"zorv.db", directory.read("zorv.db")}};
     FaultyDisk disk;
     run(disk, 60);

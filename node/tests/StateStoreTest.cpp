@@ -274,7 +274,7 @@ TEST_F(StateStoreTest, aStoreOfALaterReleaseIsLeftAlone)
     const std::string before = directory.read("zorv.db");
     settings.acceptEmpty = true;
 
-    EXPECT_EQ(": has version 99, this release knows 3; start that later release, or name another stateDirectory",
+    EXPECT_EQ(": has version 99, this release knows 4; start that later release, or name another stateDirectory",
               failure());
     EXPECT_EQ(before, directory.read("zorv.db"));
 }
