@@ -4,6 +4,7 @@
 
 set(ZORV_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, address,undefined or thread")
 option(ZORV_COVERAGE "Count the lines that the tests run" OFF)
+option(ZORV_FUZZ "Build the fuzz targets with the fuzzer of clang, instead of replaying their corpora" OFF)
 option(ZORV_CCACHE "Use ccache when it is installed" ON)
 option(ZORV_LLD "Link with lld when it is installed" ON)
 
@@ -47,7 +48,7 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 # --- Size: what is never reached is not shipped
 
 add_compile_options(-ffunction-sections -fdata-sections)
-add_link_options(-Wl,--as-needed -Wl,--gc-sections -Wl,-z,relro -Wl,-z,now)
+add_link_options(-Wl,--as-needed -Wl,--gc-sections)
 
 # --- Library checks of the standard library, where speed does not matter
 
@@ -55,11 +56,15 @@ if(CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_definitions($<$<COMPILE_LANGUAGE:CXX>:_GLIBCXX_ASSERTIONS>)
 endif()
 
-# --- Sanitizers and coverage
+# --- Sanitizers, fuzzing and coverage
 
 if(ZORV_SANITIZE)
     add_compile_options(-fsanitize=${ZORV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZORV_SANITIZE})
+endif()
+
+if(ZORV_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 if(ZORV_COVERAGE)

@@ -14,6 +14,18 @@ function(zorv_add_library name)
     zorv_hide_symbols(${name})
 endfunction()
 
+# zorv_add_program(<name> SOURCES <file>... [LIBS <target>...])
+#
+# A program to install: position independent, so that it is loaded at an address nobody can foresee.
+function(zorv_add_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBS")
+    zorv_refuse_unparsed(zorv_add_program ${name})
+
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS})
+    set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()
+
 # zorv_add_plugin(<name> MAP <version script> SOURCES <file>... [LIBS <target>...] [EXPORTS <symbol>...])
 #
 # A shared library for the middleware to load. It exports what its version script names and nothing else; EXPORTS

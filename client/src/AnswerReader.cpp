@@ -94,6 +94,8 @@ private:
 
 AnswerJson readAnswer(std::string body)
 {
+    constexpr std::size_t longestCharacter = 4;
+    body.append(longestCharacter, '\0');  // one that is cut off is read as a whole, beyond a single zero
     AnswerJson answer;
     rapidjson::InsituStringStream source(body.data());
     rapidjson::Reader reader;

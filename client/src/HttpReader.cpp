@@ -9,8 +9,8 @@ namespace ZorvClient {
 
 namespace {
 
-constexpr std::size_t longestHead = 64 * 1024;
-constexpr std::size_t longestBody = 1024 * 1024;
+constexpr std::size_t longestHead = std::size_t{64} * 1024;
+constexpr std::size_t longestBody = std::size_t{1024} * 1024;
 
 std::string trimmed(const std::string& text)
 {

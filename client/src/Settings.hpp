@@ -13,7 +13,7 @@ struct Settings {
     std::string socketPath = ZORV_CLIENT_DEFAULT_SOCKET;
     std::size_t queueCapacity = ZORV_CLIENT_DEFAULT_QUEUE_CAPACITY;
     std::size_t batchLimit = 100;
-    std::size_t batchBytes = 256 * 1024;
+    std::size_t batchBytes = std::size_t{256} * 1024;
     std::chrono::milliseconds shortestWait{50};
     std::chrono::milliseconds longestWait{5000};
     std::chrono::milliseconds answerTimeout{10000};

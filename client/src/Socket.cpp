@@ -69,7 +69,7 @@ bool Socket::send(const std::string& data, DeadlineT deadline)
         const ssize_t result = ::send(descriptor, data.data() + sent, data.size() - sent, MSG_NOSIGNAL);
         if (result >= 0) {
             sent += static_cast<std::size_t>(result);
-        } else if (errno == EPIPE || errno == ECONNRESET) {
+        } else if (errno == EPIPE || errno == ECONNRESET) {  // NOLINT(bugprone-branch-clone): in this order
             return false;
         } else if (!wouldBlock()) {
             fail("send");

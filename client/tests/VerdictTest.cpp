@@ -72,6 +72,14 @@ TEST(VerdictTest, anAnswerWithoutAnEndToItsDepthIsNone)
     EXPECT_EQ(judge(answered(200, std::string(1000000, '[')), 1).action, Action::retry);
 }
 
+TEST(VerdictTest, anAnswerThatEndsInsideACharacterIsNone)
+{
+    for (const char* lead : {"\xC3", "\xED", "\xED\x80", "\xF0", "\xF0\x90\x80"}) {
+        const std::string body = std::string(R"({"accepted":1,"rejected":[],"more":"a long text)") + lead;
+        EXPECT_EQ(judge(answered(200, body), 1).action, Action::retry);
+    }
+}
+
 TEST(VerdictTest, refusedWhole)
 {
     const Verdict verdict = judge(answered(400, R"({"error":{"reason":"not JSON","field":"wait"}})"), 2);

@@ -36,7 +36,7 @@ public:
     template <class ValueT>
     ValueT* allocateArray(std::size_t count)
     {
-        return static_cast<ValueT*>(allocate(count, sizeof(ValueT)));
+        return static_cast<ValueT*>(allocate(count, sizeof(ValueT)));  // NOLINT: pointers too
     }
 
     /// A C string with the text up to its first zero byte.

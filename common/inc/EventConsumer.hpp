@@ -29,7 +29,7 @@ public:
 
     EventConsumer()
     {
-        ZORV_ASSERT(_instance == NULL);
+        ZORV_ASSERT(_instance == NULL);  // NOLINT(modernize-use-nullptr): the text that is logged
         _instance = this;
     }
 

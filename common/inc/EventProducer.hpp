@@ -41,7 +41,7 @@ class EventProducer {
 public:
     EventProducer() : portal(Portal::instance())
     {
-        ZORV_ASSERT(_instance == NULL);
+        ZORV_ASSERT(_instance == NULL);  // NOLINT(modernize-use-nullptr): the text that is logged
         _instance = this;
     }
 

@@ -1,8 +1,8 @@
 /// A regular expression in POSIX extended syntax, searched unanchored, byte by byte.
 ///
 /// Patterns come from applications, so they are harmless: matching takes time linear in the text, compiling is bounded in
-/// time and memory. What exceeds the bounds (large repetition counts, deep nesting) is an invalid pattern, and so are back
-/// references.
+/// time and memory. What exceeds the bounds (2000 characters, also when repetitions are written out) is an invalid pattern,
+/// and so are back references.
 ///
 /// Threads:   matching from any thread.
 /// Failure:   an invalid pattern matches nothing; isExpressionValid and getErrorText tell.

@@ -62,8 +62,8 @@ void ThreadWPipes::pushToInput(PipeMessage* message)
     std::unique_ptr<PipeMessage> owned(message);
     const Poco::FastMutex::ScopedLock lock(mutex);
     const bool wasEmpty = messages.empty();
-    messages.push_back(message);
-    owned.release();
+    messages.push_back(nullptr);
+    messages.back() = owned.release();
     if (wasEmpty) {
         // One byte at most stands in the pipe, so the write neither blocks nor fails.
         const char signal = 1;

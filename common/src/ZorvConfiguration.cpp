@@ -11,7 +11,9 @@
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
 
+#include <istream>
 #include <iterator>
+#include <sstream>
 
 #include "ZorvException.hpp"
 
@@ -67,6 +69,26 @@ private:
     int depth = 0;
 };
 
+/// A text that ends at the first offence. There is no other way to stop the parser, which keeps a hundred bytes for each
+/// open element.
+class InspectedText : public std::stringbuf {
+public:
+    InspectedText(const std::string& text, const Inspector& itsInspector)
+        : std::stringbuf(text),
+          inspector(itsInspector)
+    {
+    }
+
+protected:
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        return inspector.offence.empty() ? std::stringbuf::xsgetn(to, count) : 0;
+    }
+
+private:
+    const Inspector& inspector;
+};
+
 std::string readFile(const std::string& fileName)
 {
     Poco::FileInputStream stream(fileName);
@@ -76,6 +98,9 @@ std::string readFile(const std::string& fileName)
 void inspect(const std::string& fileName, const std::string& text)
 {
     Inspector inspector;
+    InspectedText inspected(text, inspector);
+    std::istream stream(&inspected);
+    Poco::XML::InputSource source(stream);
     Poco::XML::SAXParser parser;
     parser.setContentHandler(&inspector);
     parser.setProperty(Poco::XML::XMLReader::PROPERTY_LEXICAL_HANDLER,
@@ -83,7 +108,7 @@ void inspect(const std::string& fileName, const std::string& text)
     std::string offence;
     int line = 0;
     try {
-        parser.parseMemoryNP(text.data(), text.size());
+        parser.parse(&source);
     } catch (const Poco::XML::SAXParseException& e) {
         offence = e.message();
         line = e.getLineNumber();

@@ -173,9 +173,8 @@ TEST_F(AlarmListFindTest, hugeRepetitionsAndNestingAreRefused)
     EXPECT_THAT(find("a{1,32767}"), IsEmpty());
     EXPECT_THAT(find(nested), IsEmpty());
     EXPECT_THAT(journal(),
-                ElementsAre(matching, refused("a{1,32767}", "invalid repetition size: {1,32767}"),
-                            "trace 8 FM Found 0 alarms", matching,
-                            refused(nested, "pattern too large - compile failed"), "trace 8 FM Found 0 alarms"));
+                ElementsAre(matching, refused("a{1,32767}", "pattern too large"), "trace 8 FM Found 0 alarms", matching,
+                            refused(nested, "pattern too large"), "trace 8 FM Found 0 alarms"));
 }
 
 TEST_F(AlarmListFindTest, nestedRepetitionsMatchLongDnsInLinearTime)

@@ -128,8 +128,11 @@ TEST_F(FmAlarmAttributesTest, withoutPairsTheInformationHasNoValue)
     AlarmData alarm = fullAlarm();
     alarm.additionalInfo.clear();
     alarms.set({alarm});
+    YaltOamSpiMoAttributeResult_3T result{};
 
     EXPECT_EQ("11 none", attribute("additionalInfo"));
+    ASSERT_EQ(0, impl.getMoAttribute(1, "FmAlarm=6", "additionalInfo", &result));
+    EXPECT_EQ(nullptr, result.attribute->values);
 }
 
 // --- Severities

@@ -103,9 +103,10 @@ TEST_F(FmAlarmMoImplTest, anAlarmExistsUnderItsIdentity)
 
 TEST_F(FmAlarmMoImplTest, otherIdentitiesDoNotExist)
 {
-    for (const char* dn : {"FmAlarm=7", "FmAlarm=1", "FmAlarm=06", "FmAlarm=+6", "FmAlarm=-6", "FmAlarm= 6",
-                           "FmAlarm=6 ", "FmAlarm=6,A=1", "FmAlarm=6,FmAlarm=9", "FmAlarm=", "FmAlarm=x", "FmAlarm=0",
-                           "FmAlarm=0x6", "FmAlarm=18446744073709551622", "6", "", "fmAlarm=6", "ManagedElement=1"}) {
+    for (const char* dn :
+         {"FmAlarm=7", "FmAlarm=1", "FmAlarm=06", "FmAlarm=+6", "FmAlarm=-6", "FmAlarm= 6", "FmAlarm=6 ",
+          "FmAlarm=6,A=1", "FmAlarm=6,FmAlarm=9", "FmAlarm=", "FmAlarm=x", "FmAlarm=0", "FmAlarm=00", "FmAlarm=0x6",
+          "FmAlarm=18446744073709551622", "6", "", "fmAlarm=6", "ManagedElement=1"}) {
         EXPECT_FALSE(exists(dn)) << dn;
     }
 }

@@ -236,7 +236,7 @@ TEST_F(ListFormatMigrationTest, aWalkThatDoesNotBeginMovesAndDeletesNothing)
     prepareTwo();
     middleware.lists.failNext("listGetFrontRef", -1);
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_THAT(journal(), ElementsAre("listAttach FmActiveAlarmList2 -> 0", "listGetFrontRef FmActiveAlarmList -> -1",
                                        "trace 8 FM listGetFrontRef, -1", gaveUp));
     EXPECT_EQ(2u, middleware.lists.items(legacyName).size());
@@ -248,7 +248,7 @@ TEST_F(ListFormatMigrationTest, aWalkThatBreaksOffKeepsWhatWasMoved)
     prepareTwo();
     middleware.lists.failAt("listGetNextItemFront", 2, -4);
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_EQ(inRow({opened,
                      moved,
                      {"listGetNextItemFront FmActiveAlarmList -> -4", "trace 8 FM listGetNextItemFront, -4",
@@ -266,7 +266,7 @@ TEST_F(ListFormatMigrationTest, aFailedPushEndsTheWalk)
     prepareTwo();
     middleware.lists.failNext("listPushBack", -10);
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_EQ(inRow({opened,
                      {"listGetNextItemFront FmActiveAlarmList -> 0", "trace 8 FM listGetNextItemFront, 0",
                       "listPushBack FmActiveAlarmList2 -> -10", "trace 8 FM listPushBack, -10"},
@@ -283,7 +283,7 @@ TEST_F(ListFormatMigrationTest, aFailedPushOfTheLastItemKeepsTheEarlierList)
     prepareTwo();
     middleware.lists.failAt("listPushBack", 2, -10);
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_EQ(gaveUp, journal().back());
     EXPECT_TRUE(middleware.lists.exists(legacyName));
     EXPECT_EQ(1u, items().size());
@@ -309,7 +309,7 @@ TEST_F(ListFormatMigrationTest, aFailedDeleteIsAFailure)
     prepareTwo();
     middleware.lists.failNext("listDelete", -1);
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_EQ(inRow({opened,
                      moved,
                      moved,
@@ -323,7 +323,7 @@ TEST_F(ListFormatMigrationTest, withoutTheServiceItFails)
 {
     middleware.journal.show({Topic::Trace});
 
-    EXPECT_NE(0, migrate());
+    EXPECT_EQ(-1, migrate());
     EXPECT_THAT(journal(), ElementsAre("trace 8 FM listGetFrontRef, -1", gaveUp));
 }
 

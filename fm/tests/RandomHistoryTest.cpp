@@ -1,13 +1,15 @@
-#include <cstdlib>
 #include <iostream>
 #include <random>
 
 #include "FmTest.hpp"
+#include "FromEnvironment.hpp"
 #include "HistoryPlayer.hpp"
 #include "TimeZone.hpp"
 
 namespace ZorvFm {
 namespace {
+
+using ZorvTest::fromEnvironment;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool isSanitized = true;
@@ -18,12 +20,6 @@ constexpr bool isSanitized = false;
 #endif
 
 constexpr std::uint64_t usualHistories = isSanitized ? 1000 : 10000;
-
-std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise)
-{
-    const char* value = std::getenv(name);
-    return value == nullptr ? otherwise : std::stoull(value);
-}
 
 class RandomHistoryTest : public FmTest {
 protected:

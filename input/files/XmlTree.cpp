@@ -2,13 +2,16 @@
 
 #include <Poco/SAX/Attributes.h>
 #include <Poco/SAX/DefaultHandler.h>
+#include <Poco/SAX/InputSource.h>
 #include <Poco/SAX/LexicalHandler.h>
 #include <Poco/SAX/Locator.h>
 #include <Poco/SAX/SAXException.h>
 #include <Poco/SAX/SAXParser.h>
 #include <Poco/String.h>
 
+#include <istream>
 #include <optional>
+#include <sstream>
 
 #include "files/InputError.hpp"
 #include "files/TextFile.hpp"
@@ -26,7 +29,7 @@ public:
     XmlElement take()
     {
         if (error) {
-            throw *error;
+            throw InputError(*error);
         }
         return std::move(root.children.front());
     }
@@ -96,6 +99,22 @@ private:
     std::optional<InputError> error;
 };
 
+/// A document that ends as soon as its builder has failed. There is no other way to stop the parser, which keeps a hundred
+/// bytes for each open element.
+class Document : public std::stringbuf {
+public:
+    Document(const std::string& text, const TreeBuilder& treeBuilder) : std::stringbuf(text), builder(treeBuilder) {}
+
+protected:
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        return builder.hasFailed() ? 0 : std::stringbuf::xsgetn(to, count);
+    }
+
+private:
+    const TreeBuilder& builder;
+};
+
 /// The parser's message names the line once more.
 std::string withoutPlace(const std::string& message)
 {
@@ -116,8 +135,10 @@ const std::string* XmlElement::findAttribute(const std::string& attribute) const
 
 XmlElement readXml(const std::string& path)
 {
-    const std::string document = readFile(path);
     TreeBuilder builder(path);
+    Document document(readFile(path), builder);
+    std::istream stream(&document);
+    Poco::XML::InputSource source(stream);
     Poco::XML::SAXParser parser;
     parser.setFeature(Poco::XML::XMLReader::FEATURE_NAMESPACES, false);
     parser.setFeature(Poco::XML::XMLReader::FEATURE_EXTERNAL_GENERAL_ENTITIES, false);
@@ -126,7 +147,7 @@ XmlElement readXml(const std::string& path)
     parser.setProperty(Poco::XML::XMLReader::PROPERTY_LEXICAL_HANDLER,
                        static_cast<Poco::XML::LexicalHandler*>(&builder));
     try {
-        parser.parseString(document);
+        parser.parse(&source);
     } catch (const Poco::XML::SAXParseException& e) {
         if (!builder.hasFailed()) {
             throw InputError(path, static_cast<unsigned long>(e.getLineNumber()),

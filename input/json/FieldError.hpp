@@ -4,20 +4,21 @@
 #include <string>
 
 #include "files/InputError.hpp"
+#include "files/LineText.hpp"
 
 namespace ZorvInput {
 
-/// `FIELD: reason`, `FIELD: reason, "value"`.
+/// `FIELD: reason`, `FIELD: reason, "value"`. Control characters in a field's name are escaped.
 class FieldError : public ValueError {
 public:
     FieldError(const std::string& fieldPath, const std::string& reason)
-        : ValueError(fieldPath + ": " + reason),
-          field(fieldPath)
+        : ValueError(toLineText(fieldPath) + ": " + reason),
+          field(toLineText(fieldPath))
     {
     }
     FieldError(const std::string& fieldPath, const std::string& reason, const std::string& value)
-        : ValueError(fieldPath + ": " + reason, value),
-          field(fieldPath)
+        : ValueError(toLineText(fieldPath) + ": " + reason, value),
+          field(toLineText(fieldPath))
     {
     }
 

@@ -4,7 +4,9 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <cctype>
+#include <cmath>
 
 #include "files/InputError.hpp"
 
@@ -63,6 +65,19 @@ bool isDeeperThan(const std::string& text, unsigned deepest)
     return false;
 }
 
+/// The library takes numbers just above the largest one for infinity, which is no JSON.
+bool isFinite(const JsonT& value)
+{
+    if (value.IsArray()) {
+        return std::all_of(value.Begin(), value.End(), isFinite);
+    }
+    if (value.IsObject()) {
+        return std::all_of(value.MemberBegin(), value.MemberEnd(),
+                           [](const JsonT::Member& member) { return isFinite(member.value); });
+    }
+    return !value.IsDouble() || std::isfinite(value.GetDouble());
+}
+
 }  // namespace
 
 void parseJson(const std::string& text, unsigned deepest, JsonDocumentT& document)
@@ -77,6 +92,9 @@ void parseJson(const std::string& text, unsigned deepest, JsonDocumentT& documen
     document.Parse<parseFlags>(text.data(), text.size());
     if (document.HasParseError()) {
         throw notJson(document.GetErrorOffset(), rapidjson::GetParseError_En(document.GetParseError()));
+    }
+    if (!isFinite(document)) {
+        throw ValueError("not JSON: a number is too large");
     }
 }
 

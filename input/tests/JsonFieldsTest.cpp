@@ -86,6 +86,13 @@ TEST_F(JsonFieldsTest, aFieldThatNobodyAskedForIsUnknown)
     EXPECT_EQ("", failureOf([&] { it.expectNoOther(); }));
 }
 
+TEST_F(JsonFieldsTest, aFieldThatNobodyAskedForIsToldInOneLine)
+{
+    JsonFields it = of(R"({"inner":{"a\n\u007fb":1}})");
+
+    EXPECT_EQ("inner.a\\n\\x7Fb: unknown field", failureOf([&] { it.fields("inner").expectNoOther(); }));
+}
+
 TEST_F(JsonFieldsTest, aFieldThatStandsTwiceIsUnknownTheSecondTime)
 {
     JsonFields it = of(R"({"a":1,"b":2,"a":3})");

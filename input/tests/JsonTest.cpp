@@ -53,6 +53,14 @@ TEST(JsonTest, whatIsNoJsonIsToldWithItsPlace)
     EXPECT_EQ("!not JSON: at byte 3: Missing a comma or ']' after an array element", parsed("[1 2]"));
 }
 
+TEST(JsonTest, noNumberIsInfinite)
+{
+    EXPECT_EQ("[1e308,-1e308]", parsed("[1e308,-1e308]"));
+    EXPECT_EQ("!not JSON: a number is too large", parsed("2e308"));
+    EXPECT_EQ("!not JSON: a number is too large", parsed("{\"a\":[1,-2e308]}"));
+    EXPECT_EQ("!not JSON: at byte 0: Number too big to be stored in double", parsed("1e400"));
+}
+
 TEST(JsonTest, aNullByteEndsNothing)
 {
     EXPECT_EQ("!not JSON: at byte 2: Invalid value", parsed(std::string("{}\0{}", 5)));

@@ -186,7 +186,7 @@ ComponentStatus Node::stopComponent(const std::string& name, ZorvStateChangeReas
     const Held held(source);
     router.waitUntilIdle(longestDrain);
     const std::uint64_t taken = source.getLastTaken();
-    const ComponentStatus stopped = runner.stop(name, reason);
+    ComponentStatus stopped = runner.stop(name, reason);
     source.noteOrderlyEnd(taken);
     return stopped;
 }

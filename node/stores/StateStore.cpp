@@ -48,7 +48,7 @@ StateStore::StateStore(const StoreSettings& settings, const ListLimits& limits, 
     } catch (const StoreError& e) {
         const StoreError advised(e.kind, e.what() + advice(e.kind));
         log(ZORV_LOG_ERROR, advised.what());
-        throw advised;
+        throw StoreError(advised);
     }
 }
 

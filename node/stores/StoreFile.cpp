@@ -50,7 +50,7 @@ void syncDirectoryOf(const std::string& file)
         close(descriptor);
     }
     if (!isSynced) {
-        throw error;
+        throw StoreError(error);
     }
 }
 
@@ -79,7 +79,7 @@ void make(const std::string& file, const LogSinkT& log)
         unlink((fresh + suffix).c_str());  // of a node that was killed here
     }
     makeEmpty(fresh);
-    Database(fresh, storeSchema(), {Durability::power, {}}, log);
+    Database(fresh, storeSchema(), {Durability::power, {}}, log);  // NOLINT(bugprone-unused-raii): made and closed
     rename(fresh, file);
     syncDirectoryOf(file);
 }

@@ -12,7 +12,7 @@ class TokensTest : public ::testing::Test {
 protected:
     std::string write(const std::string& content, mode_t mode = 0600) const
     {
-        const std::string path = directory.write("tokens", content);
+        std::string path = directory.write("tokens", content);
         EXPECT_EQ(0, chmod(path.c_str(), mode));
         return path;
     }

@@ -35,7 +35,7 @@ constexpr Mask masks[] = {
     {"(?<=\nprocess          )[0-9]+(?=\n)", "<PROCESS>"},
     {"(?<=\"processId\": )[0-9]+", "<PROCESS>"},
     {"by user [0-9]+ group [0-9]+ process [0-9]+", "by user <USER> group <GROUP> process <PROCESS>"},
-    {"(connectionsAccepted|requests|streams)( +)[0-9]+", "$1$2<NUMBER>"},  // waiting for the node takes some, or more
+    {"(connectionsAccepted|requests|streams|notificationsInInbox)( +)[0-9]+", "$1$2<NUMBER>"},  // up to the clock
     {"(?<=[)] in )[0-9]+[.][0-9] s", "<DURATION>"},
     {"(\r\\[[# ]{40}\\] [0-9]+ of [0-9]+ actions)+(?=\r\\[)", ""},  // how often a bar is drawn is up to the clock
 };

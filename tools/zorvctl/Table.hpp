@@ -11,8 +11,9 @@
 namespace ZorvCtl {
 
 struct Cell {
+    // Made of a text without further words. NOLINTNEXTLINE(google-explicit-constructor)
     Cell(std::string itsText, Colour itsColour = Colour::none) : text(std::move(itsText)), colour(itsColour) {}
-    Cell(const char* itsText) : text(itsText) {}
+    Cell(const char* itsText) : text(itsText) {}  // NOLINT(google-explicit-constructor)
 
     std::string text;
     Colour colour = Colour::none;

@@ -8,7 +8,7 @@
 
 namespace ZorvNode {
 
-class EventWriter : public EventSink {
+class EventWriter final : public EventSink {
 public:
     EventWriter(std::ostream& stream, const OpenConnections& openConnections)
         : out(stream),

@@ -3,6 +3,7 @@
 #include <Poco/String.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace ZorvNode {
 
@@ -28,7 +29,7 @@ HttpError tooLarge(std::size_t bound)
 }  // namespace
 
 HttpSession::HttpSession(BoundedSocket& boundedSocket, Poco::Net::HTTPServerParams::Ptr params)
-    : HTTPServerSession(referTo(boundedSocket), params),
+    : HTTPServerSession(referTo(boundedSocket), std::move(params)),
       bounded(boundedSocket)
 {
 }

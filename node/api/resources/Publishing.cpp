@@ -81,7 +81,7 @@ HttpResponse answerFor(const Batch& batch, std::size_t accepted, bool isDurable)
 
 std::optional<PublicationId> readPublicationId(const HttpRequest& request)
 {
-    const auto id = PublicationId::fromText(request.publicationId);
+    auto id = PublicationId::fromText(request.publicationId);
     if (!id && !request.publicationId.empty()) {
         throw HttpError(400, "not CLIENT/NUMBER", "Publication-ID");
     }

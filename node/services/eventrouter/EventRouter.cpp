@@ -215,7 +215,7 @@ ZorvReturnT EventRouter::unregisterConsumer(unsigned long consumerId)
 }
 
 /// Tells the producers that these subscriptions have ended and hands back what still waits for them.
-void EventRouter::end(ConsumerT consumer, const std::vector<SubscriptionT>& ended)
+void EventRouter::end(const ConsumerT& consumer, const std::vector<SubscriptionT>& ended)
 {
     std::vector<ProducerT> concerned;
     {

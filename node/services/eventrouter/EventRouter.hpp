@@ -72,7 +72,7 @@ private:
     std::vector<ProducerT> announcers(const std::string& eventType) const;
     std::vector<ConsumerT> allConsumers() const;
 
-    void end(ConsumerT consumer, const std::vector<SubscriptionT>& ended);
+    void end(const ConsumerT& consumer, const std::vector<SubscriptionT>& ended);
     void end(const ProducerT& producer);
     void handBack(const ConsumerT& consumer, const std::function<bool(const Delivery&)>& fits);
     void handedBack();

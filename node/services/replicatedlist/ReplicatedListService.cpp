@@ -59,7 +59,7 @@ ZorvReturnT ReplicatedListService::getFrontRef(const ZorvMwSpiListNameT& list, Z
     if (iterations.size() >= iterationBound) {
         return ZORV_RETURN_NO_RESOURCES;
     }
-    ref = reinterpret_cast<ZorvMwSpiListRefT>(++lastReference);
+    ref = reinterpret_cast<ZorvMwSpiListRefT>(++lastReference);  // NOLINT(performance-no-int-to-ptr): a handle
     iterations.emplace(ref, std::move(iteration));
     return ZORV_RETURN_OK;
 }
