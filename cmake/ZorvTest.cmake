@@ -84,6 +84,11 @@ if(BUILD_TESTING)
         target_compile_options(zorv_test_base INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fpch-preprocess>)
     endif()
 
+    # What sanitizers do with tests takes the compiler longer than the tests take.
+    if(ZORV_SANITIZE)
+        target_compile_options(zorv_test_base INTERFACE -O0)
+    endif()
+
     set(emptyUnit "${PROJECT_BINARY_DIR}/zorv_test_pch.cpp")
     file(CONFIGURE OUTPUT "${emptyUnit}" CONTENT "")
     add_library(zorv_test_pch OBJECT "${emptyUnit}")

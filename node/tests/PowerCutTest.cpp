@@ -136,7 +136,7 @@ TEST_P(PowerCutTest, atAnyPointLeavesAnEarlierMoment)
     FaultyDisk disk;
     run(disk, 60);
     disk.release();
-    std::mt19937 dice(17);
+    std::mt19937 dice(static_cast<unsigned>(ZorvTest::fromEnvironment("ZORV_TEST_SEED", 17)));
 
     for (std::size_t cut = 0; cut < cuts; ++cut) {
         const std::size_t steps = dice() % (disk.getNumberOfSteps() + 1);
