@@ -13,13 +13,27 @@ namespace ZorvNode {
 
 using namespace ZorvInput;
 
+using ::testing::AllOf;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
+using ::testing::Not;
 using ::testing::StartsWith;
 
 class LogServiceTest : public ::testing::Test {
 protected:
     LogServiceTest() : oldMask(umask(027)) {}
     ~LogServiceTest() override { umask(oldMask); }
+
+    static std::string tailOf(const LogService& log, const std::string& name)
+    {
+        std::string lines;
+        std::string line;
+        for (std::uint64_t position = 0; log.findTail(name)->next(position, std::chrono::milliseconds(0), line);) {
+            lines += line + "\n";
+        }
+        return lines;
+    }
 
     const mode_t oldMask;
     ZorvTest::TemporaryDirectory directory;
@@ -141,6 +155,36 @@ TEST_F(LogServiceTest, aLogIsWrittenAgainWhenADiskThatWasFullHasRoom)
     EXPECT_EQ(0, log.write("FmAlarmLog", 6, "kept"));
 
     EXPECT_EQ("before\nkept\n", directory.read("FmAlarmLog.log"));
+}
+
+TEST_F(LogServiceTest, whileALogCannotBeWrittenTryingAgainTellsNothing)
+{
+    for (const char* const name : {"FmAlarmLog", "SystemLog"}) {
+        const ZorvTest::TemporaryDirectory folder;
+        const std::string file = folder.path(std::string(name) + ".log");
+        LogService log(folder.path(), 6, {});
+        int losses = 0;
+        log.whenLosing([&] { ++losses; });
+        ASSERT_EQ(0, symlink("/dev/full", file.c_str()));
+        ::testing::internal::CaptureStderr();
+        log.write(name, 5, "early");
+        log.write(name, 5, "late");
+        EXPECT_FALSE(log.tryAgain());
+        EXPECT_FALSE(log.tryAgain());
+        ::testing::internal::GetCapturedStderr();
+
+        EXPECT_EQ(2, losses);
+        EXPECT_EQ(2U, log.getNumberLost());
+        EXPECT_THAT(tailOf(log, "system"), Not(HasSubstr("works again")));
+        unlink(file.c_str());
+
+        EXPECT_TRUE(log.tryAgain());
+        EXPECT_TRUE(log.tryAgain());
+
+        EXPECT_EQ(1U, log.getNumberLost());
+        EXPECT_THAT(folder.read(std::string(name) + ".log"), AllOf(HasSubstr("late\n"), Not(HasSubstr("early"))));
+        EXPECT_THAT(tailOf(log, "system"), EndsWith(" NOTICE writing the logs works again, lost: 1\n"));
+    }
 }
 
 TEST(LineTextTest, lineEndsOfUnicodeAreEscapedToo)

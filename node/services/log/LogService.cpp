@@ -99,22 +99,18 @@ void LogService::whenLosing(std::function<void()> call)
     notice = std::move(call);
 }
 
-/// All logs lie on one disk: what is true of one is true of all.
 bool LogService::tryAgain()
 {
-    std::uint64_t lost = 0;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        lost = getNumberLost() - lostBefore;
-        if (lost == 0) {
-            return true;
-        }
+    bool works = true;
+    for (Log* const log : {&systemLog, &alarmLog, &publications}) {
+        works = log->file.tryAgain() && works;
     }
-    ++numberOfTexts;
-    const bool works = write(systemLog, localTimeText() + " " + levelName(ZORV_LOG_NOTICE) +
-                                            " writing the logs works again, lost: " + std::to_string(lost));
-    const std::lock_guard<std::mutex> lock(mutex);
-    lostBefore += works ? lost : 0;
+    const std::uint64_t lost = getNumberLost();
+    if (works && lost > lostBefore) {
+        write(ZORV_LOG_SYSTEM, ZORV_LOG_NOTICE,
+              "writing the logs works again, lost: " + std::to_string(lost - lostBefore));
+        lostBefore = lost;
+    }
     return works;
 }
 

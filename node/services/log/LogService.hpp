@@ -31,7 +31,8 @@ public:
     /// Called whenever a text or record is lost, on the thread that wrote it: it must not wait for anything.
     void whenLosing(std::function<void()> call);
 
-    /// While texts are lost: writes one about that. Whether the logs can be written.
+    /// While texts are lost: writes the latest of each log, and tells how many were lost when that works. Whether it does.
+    /// One thread.
     bool tryAgain();
 
     std::int32_t getSystemLevel() const { return systemLevel.get(); }
@@ -69,7 +70,7 @@ private:
 
     std::mutex mutex;
     std::function<void()> notice;  // guarded by mutex
-    std::uint64_t lostBefore = 0;  // guarded by mutex; of them it was told that they are lost
+    std::uint64_t lostBefore = 0;  // of whoever tries again; it was told that these are lost
 };
 
 }  // namespace ZorvNode

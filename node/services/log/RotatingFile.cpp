@@ -4,6 +4,7 @@
 #include <Poco/Message.h>
 
 #include <iostream>
+#include <utility>
 
 namespace ZorvNode {
 
@@ -20,29 +21,46 @@ RotatingFile::RotatingFile(const std::string& filePath, const Rotation& rotation
 bool RotatingFile::write(const std::string& text)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    try {
-        channel->log(Poco::Message("", text, Poco::Message::PRIO_INFORMATION));
+    const auto failure = append(text);
+    if (!failure) {
         failing = false;
         return true;
-    } catch (const Poco::Exception& e) {
-        fail(e.displayText());
-    } catch (const std::exception& e) {
-        fail(e.what());
+    }
+    ++numberOfFailures;
+    latestLost = text;
+    if (!std::exchange(failing, true)) {
+        std::cerr << "zorvd: cannot write " << path << ": " << *failure << std::endl;
     }
     return false;
 }
 
-void RotatingFile::fail(const std::string& reason)
+bool RotatingFile::tryAgain()
 {
-    ++numberOfFailures;
-    if (!failing.exchange(true)) {
-        std::cerr << "zorvd: cannot write " << path << ": " << reason << std::endl;
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (failing && !append(latestLost)) {
+        failing = false;
+        --numberOfFailures;
+    }
+    return !failing;
+}
+
+std::optional<std::string> RotatingFile::append(const std::string& text)
+{
+    std::string failure;
+    try {
+        channel->log(Poco::Message("", text, Poco::Message::PRIO_INFORMATION));
+        return std::nullopt;
+    } catch (const Poco::Exception& e) {
+        failure = e.displayText();
+    } catch (const std::exception& e) {
+        failure = e.what();
     }
     try {
         channel->close();  // a stream that has failed once would fail for ever
     } catch (const std::exception&) {
         // what could not be flushed is lost with it
     }
+    return failure;
 }
 
 }  // namespace ZorvNode

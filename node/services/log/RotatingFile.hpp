@@ -4,7 +4,7 @@
 ///
 /// Threads:   any.
 /// Failure:   a text that cannot be written is lost and counted; the first of a row of failures is told on standard error.
-///            Each further write tries to open the file again.
+///            Each further write tries to open the file again. The latest of them can still be written later.
 #pragma once
 
 #include <Poco/AutoPtr.h>
@@ -13,6 +13,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace ZorvNode {
@@ -34,16 +35,18 @@ public:
 
     std::uint64_t getNumberOfFailures() const { return numberOfFailures; }
 
-    /// Whether the latest text was lost.
-    bool isFailing() const { return failing; }
+    /// When the latest text was lost: writes that one. Whether the file can be written.
+    bool tryAgain();
 
 private:
-    void fail(const std::string& reason);
+    /// Nothing, or why the text was not written.
+    std::optional<std::string> append(const std::string& text);
 
     const std::string path;
     std::mutex mutex;
     Poco::AutoPtr<Poco::FileChannel> channel;  // guarded by mutex
-    std::atomic<bool> failing{false};
+    bool failing = false;                      // guarded by mutex
+    std::string latestLost;                    // guarded by mutex; while it fails
     std::atomic<std::uint64_t> numberOfFailures{0};
 };
 
