@@ -5,6 +5,7 @@
 set(ZORV_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, address,undefined or thread")
 option(ZORV_COVERAGE "Count the lines that the tests run" OFF)
 option(ZORV_FUZZ "Build the fuzz targets with the fuzzer of clang, instead of replaying their corpora" OFF)
+option(ZORV_BENCH "Build the benchmarks" OFF)
 option(ZORV_CCACHE "Use ccache when it is installed" ON)
 option(ZORV_LLD "Link with lld when it is installed" ON)
 

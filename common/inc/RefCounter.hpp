@@ -4,8 +4,7 @@
 /// Ownership: the creator holds the first reference; the last release destroys the object.
 #pragma once
 
-#include <Poco/Mutex.h>
-
+#include <atomic>
 #include <cstdint>
 
 namespace Zorv {
@@ -17,7 +16,7 @@ public:
     RefCounter(const RefCounter&) = delete;
     RefCounter& operator=(const RefCounter&) = delete;
 
-    void addRef();
+    void addRef() { references.fetch_add(1, std::memory_order_relaxed); }
 
     /// Destroys the object when this was the last reference.
     void releaseRef();
@@ -26,8 +25,7 @@ protected:
     virtual ~RefCounter() = default;
 
 private:
-    Poco::FastMutex mutex;
-    std::uint32_t references = 1;  // guarded by mutex
+    std::atomic<std::uint32_t> references{1};
 };
 
 }  // namespace Zorv

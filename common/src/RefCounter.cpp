@@ -2,20 +2,9 @@
 
 namespace Zorv {
 
-void RefCounter::addRef()
-{
-    const Poco::FastMutex::ScopedLock lock(mutex);
-    ++references;
-}
-
 void RefCounter::releaseRef()
 {
-    bool last = false;
-    {
-        const Poco::FastMutex::ScopedLock lock(mutex);
-        last = --references == 0;
-    }
-    if (last) {
+    if (references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
         delete this;
     }
 }

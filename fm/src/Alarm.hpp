@@ -11,10 +11,22 @@
 
 namespace ZorvFm {
 
+class Alarm;
+
+/// The neighbours of an alarm; null at the ends.
+struct AlarmLinks {
+    Alarm* before = nullptr;
+    Alarm* next = nullptr;
+};
+
 /// How the active alarm list keeps track of an alarm.
 struct AlarmListPlace {
-    std::uint64_t position = 0;  // grows from alarm to alarm; 0: not in the list
-    bool isCounted = false;      // visible northbound, and in the summary under countedSeverity
+    Alarm* alarm = nullptr;      // the one in the list
+    std::uint64_t position = 0;  // grows from alarm to alarm
+    AlarmLinks inList;
+    AlarmLinks inType;
+    bool isChanging = false;  // a tick may change it
+    bool isCounted = false;   // visible northbound, and in the summary under countedSeverity
     std::int32_t countedSeverity = 0;
 };
 

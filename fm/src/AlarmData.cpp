@@ -1,13 +1,10 @@
 #include "AlarmData.hpp"
 
-#include <Poco/DateTimeFormatter.h>
-#include <Poco/LocalDateTime.h>
-#include <Poco/Timestamp.h>
-
 #include <algorithm>
 #include <array>
 #include <vector>
 
+#include "LocalTime.hpp"
 #include "Logging.hpp"
 #include "Timer.hpp"
 
@@ -119,7 +116,9 @@ bool AlarmData::operator==(const AlarmData& other) const
 
 bool AlarmData::isAdditionalInfoEqual(const AlarmData& other) const
 {
-    return sorted(getAdditionalInfo()) == sorted(other.getAdditionalInfo());
+    const AdditionalInfoT own = getAdditionalInfo();
+    const AdditionalInfoT others = other.getAdditionalInfo();
+    return own == others || (own.size() == others.size() && sorted(own) == sorted(others));
 }
 
 void AlarmData::addAdditionalInfo(const std::string& name, const std::string& value)
@@ -165,38 +164,7 @@ const char* AlarmData::getEventType() const
 
 std::string AlarmData::formatTimeStr(std::uint64_t nanos)
 {
-    const auto micros = static_cast<Poco::Timestamp::TimeVal>(nanos / 1000);
-    const Poco::LocalDateTime localTime{Poco::DateTime(Poco::Timestamp(micros))};
-    return Poco::DateTimeFormatter::format(localTime, "%Y-%m-%dT%H:%M:%S.%i%z");
-}
-
-std::string AlarmData::xmlEncode(const std::string& text)
-{
-    std::string encoded;
-    encoded.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            encoded += "&amp;";
-            break;
-        case '"':
-            encoded += "&quot;";
-            break;
-        case '\'':
-            encoded += "&apos;";
-            break;
-        case '<':
-            encoded += "&lt;";
-            break;
-        case '>':
-            encoded += "&gt;";
-            break;
-        default:
-            encoded += c;
-            break;
-        }
-    }
-    return encoded;
+    return Zorv::localTimeText(nanos);
 }
 
 }  // namespace ZorvFm

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <list>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "YaltOamSpiNotificationFm_1.h"
@@ -72,7 +73,7 @@ public:
     std::string getEventTimeStr() const { return formatTimeStr(eventTime); }
     std::string getOriginalEventTimeStr() const { return formatTimeStr(originalEventTime); }
 
-    static std::string xmlEncode(const std::string& text);
+    static std::string xmlEncode(std::string_view text);
     std::string additionalInfoToString() const;
 
     /// The alarm log record, stamped with the time of day.
@@ -104,7 +105,7 @@ private:
     template <class NotificationT>
     void fill(const NotificationT& notification, std::uint64_t time);
 
-    std::string toLogBody() const;
+    void appendLogBody(std::string& record) const;
 };
 
 }  // namespace ZorvFm

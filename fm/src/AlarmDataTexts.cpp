@@ -1,7 +1,11 @@
 /// The text forms of an alarm: the debug line and the alarm log record.
+#include <charconv>
 #include <ctime>
+#include <limits>
+#include <utility>
 
 #include "AlarmData.hpp"
+#include "LocalTime.hpp"
 #include "Logging.hpp"
 
 namespace ZorvFm {
@@ -27,7 +31,83 @@ std::string pairsToString(const AdditionalInfoT& info, const char* separator)
     return text;
 }
 
+const char* entityOf(char character)
+{
+    switch (character) {
+    case '&':
+        return "&amp;";
+    case '"':
+        return "&quot;";
+    case '\'':
+        return "&apos;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    default:
+        return nullptr;
+    }
+}
+
+void appendXml(std::string& encoded, std::string_view text)
+{
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (const char* const entity = entityOf(text[i])) {
+            encoded.append(text, begin, i - begin).append(entity);
+            begin = i + 1;
+        }
+    }
+    encoded.append(text, begin);
+}
+
+/// Puts the fields of a log record behind each other, encoded.
+class RecordWriter {
+public:
+    explicit RecordWriter(std::string& logRecord) : record(logRecord) {}
+
+    RecordWriter& field(std::string_view text)
+    {
+        appendXml(separated(), text);
+        return *this;
+    }
+
+    RecordWriter& field(std::uint64_t number)
+    {
+        char digits[std::numeric_limits<std::uint64_t>::digits10 + 1];
+        const char* const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+        separated().append(digits, static_cast<std::size_t>(end - digits));
+        return *this;
+    }
+
+    RecordWriter& time(std::uint64_t nanos)
+    {
+        Zorv::appendLocalTime(separated(), nanos);
+        return *this;
+    }
+
+private:
+    std::string& separated()
+    {
+        if (!std::exchange(isFirst, false)) {
+            record += ';';
+        }
+        return record;
+    }
+
+    std::string& record;
+    bool isFirst = true;
+};
+
 }  // namespace
+
+std::string AlarmData::xmlEncode(std::string_view text)
+{
+    std::string encoded;
+    encoded.reserve(text.size());
+    appendXml(encoded, text);
+    return encoded;
+}
 
 std::string AlarmData::toString() const
 {
@@ -62,37 +142,30 @@ std::string AlarmData::additionalInfoToString() const
     return text;
 }
 
-std::string AlarmData::toLogBody() const
+void AlarmData::appendLogBody(std::string& record) const
 {
-    std::string body = stateful ? "1" : "0";
-    body.append(";").append(getEventTimeStr());
-    body.append(";").append(dn);
-    body.append(";").append(std::to_string(majorType));
-    body.append(";").append(std::to_string(minorType));
-    body.append(";").append(specificProblem);
-    body.append(";").append(std::to_string(probableCause));
-    body.append(";").append(getSeverity());
-    body.append(";").append(getAdditionalText());
-    body.append(";").append(std::to_string(seqNo));
-    body.append(";").append(getEventType());
-    body.append(";").append(getOriginalEventTimeStr());
-    body.append(";").append(getOriginalSeverity());
-    body.append(";").append(originalAdditionalText);
-    body.append(";").append(std::to_string(originalSeqNo));
-    body.append(";").append(pairsToString(getAdditionalInfo(), ";"));
-    return body;
+    const AdditionalInfoT info = getAdditionalInfo();
+    RecordWriter writer(record);
+    writer.field(stateful ? "1" : "0").time(eventTime).field(dn).field(majorType).field(minorType);
+    writer.field(specificProblem).field(probableCause).field(getSeverity()).field(getAdditionalText()).field(seqNo);
+    writer.field(getEventType()).time(originalEventTime).field(getOriginalSeverity()).field(originalAdditionalText);
+    writer.field(originalSeqNo).field(info.size());
+    for (const auto& [name, value] : info) {
+        writer.field(name).field(value);
+    }
 }
 
 std::string AlarmData::toLogString() const
 {
-    const std::string timestamp = formatTimeStr(timeOfDay());
-    const std::string tag = stateful ? "Alarm" : "Alert";
-    std::string record = "<FmLogRecord>";
-    record.append("\n   <LogTimestamp>").append(timestamp).append("</LogTimestamp>");
-    record.append("\n   <").append(tag).append(">");
-    record.append(xmlEncode(toLogBody()));
-    record.append("</").append(tag).append(">");
-    record.append("\n</FmLogRecord>");
+    constexpr std::size_t usualSize = 512;
+    const std::string_view tag = stateful ? "Alarm" : "Alert";
+    std::string record;
+    record.reserve(usualSize);
+    record.append("<FmLogRecord>\n   <LogTimestamp>");
+    Zorv::appendLocalTime(record, timeOfDay());
+    record.append("</LogTimestamp>\n   <").append(tag).append(">");
+    appendLogBody(record);
+    record.append("</").append(tag).append(">\n</FmLogRecord>");
     return record;
 }
 

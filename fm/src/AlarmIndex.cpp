@@ -4,18 +4,17 @@ namespace ZorvFm {
 
 void AlarmIndex::add(Alarm& alarm)
 {
-    const std::uint64_t position = ++lastPosition;
     TypeEntry& type = types[typeKey(alarm.majorType, alarm.minorType)];
-    alarm.place.position = position;
-    alarms.emplace(position, &alarm);
-    type.alarms.emplace(position, &alarm);
     type.byDn.emplace(alarm.dn, &alarm);
+    alarm.place.alarm = &alarm;
+    alarm.place.position = ++lastPosition;
+    alarms.append(alarm);
+    type.alarms.append(alarm);
     update(alarm);
 }
 
 void AlarmIndex::remove(Alarm& alarm)
 {
-    const std::uint64_t position = alarm.place.position;
     const auto type = types.find(typeKey(alarm.majorType, alarm.minorType));
     const auto twins = type->second.byDn.equal_range(alarm.dn);
     for (auto twin = twins.first; twin != twins.second; ++twin) {
@@ -24,31 +23,28 @@ void AlarmIndex::remove(Alarm& alarm)
             break;
         }
     }
-    type->second.alarms.erase(position);
+    type->second.alarms.remove(alarm);
     if (type->second.alarms.empty()) {
         types.erase(type);
     }
     uncount(alarm);
-    changing.erase(position);
-    alarms.erase(position);
+    changing.erase(alarm.place.position);
+    alarms.remove(alarm);
     alarm.place = {};
 }
 
 void AlarmIndex::update(Alarm& alarm)
 {
-    if (alarm.getState().canChangeInTick()) {
-        changing.emplace(alarm.place.position, &alarm);
-    } else {
-        changing.erase(alarm.place.position);
+    if (const bool canChange = alarm.getState().canChangeInTick(); canChange != alarm.place.isChanging) {
+        alarm.place.isChanging = canChange;
+        if (canChange) {
+            changing.emplace(alarm.place.position, &alarm);
+        } else {
+            changing.erase(alarm.place.position);
+        }
     }
     uncount(alarm);
     count(alarm);
-}
-
-bool AlarmIndex::contains(const Alarm& alarm) const
-{
-    const auto entry = alarms.find(alarm.place.position);
-    return entry != alarms.end() && entry->second == &alarm;
 }
 
 Alarm* AlarmIndex::find(const AlarmData& identity) const
@@ -73,7 +69,7 @@ void AlarmIndex::findAll(const AlarmData& identity, std::list<Alarm*>& found) co
     if (type == types.end()) {
         return;
     }
-    AlarmsT inOrder;
+    std::map<std::uint64_t, Alarm*> inOrder;  // by position
     const auto twins = type->second.byDn.equal_range(identity.dn);
     for (auto twin = twins.first; twin != twins.second; ++twin) {
         inOrder.emplace(twin->second->place.position, twin->second);
@@ -83,9 +79,9 @@ void AlarmIndex::findAll(const AlarmData& identity, std::list<Alarm*>& found) co
     }
 }
 
-const AlarmIndex::AlarmsT& AlarmIndex::getAlarmsOfType(std::uint32_t majorType, std::uint32_t minorType) const
+const AlarmIndex::AlarmsOfTypeT& AlarmIndex::getAlarmsOfType(std::uint32_t majorType, std::uint32_t minorType) const
 {
-    static const AlarmsT none;
+    static const AlarmsOfTypeT none;
     const auto type = types.find(typeKey(majorType, minorType));
     return type == types.end() ? none : type->second.alarms;
 }

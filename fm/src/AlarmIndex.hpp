@@ -11,7 +11,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "Alarm.hpp"
+#include "AlarmChain.hpp"
 
 namespace ZorvFm {
 
@@ -26,8 +26,11 @@ struct AlarmSummary {
 
 class AlarmIndex {
 public:
-    /// Alarms by their position in the list.
-    using AlarmsT = std::map<std::uint64_t, Alarm*>;
+    using AlarmsT = AlarmChain<&AlarmListPlace::inList>;
+    using AlarmsOfTypeT = AlarmChain<&AlarmListPlace::inType>;
+
+    /// By their position in the list.
+    using ChangingT = std::map<std::uint64_t, Alarm*>;
 
     AlarmIndex() = default;
     AlarmIndex(const AlarmIndex&) = delete;
@@ -40,7 +43,7 @@ public:
     /// Takes note of the alarm's present state and severity.
     void update(Alarm& alarm);
 
-    bool contains(const Alarm& alarm) const;
+    static bool contains(const Alarm& alarm) { return alarm.place.alarm == &alarm; }
 
     /// The first alarm of the list with this identity; null when there is none.
     Alarm* find(const AlarmData& identity) const;
@@ -49,14 +52,14 @@ public:
     void findAll(const AlarmData& identity, std::list<Alarm*>& found) const;
 
     const AlarmsT& getAlarms() const { return alarms; }
-    const AlarmsT& getAlarmsOfType(std::uint32_t majorType, std::uint32_t minorType) const;
-    const AlarmsT& getChangingAlarms() const { return changing; }
+    const AlarmsOfTypeT& getAlarmsOfType(std::uint32_t majorType, std::uint32_t minorType) const;
+    const ChangingT& getChangingAlarms() const { return changing; }
     const AlarmSummary& getSummary() const { return summary; }
 
 private:
     /// The alarms of one type; the texts belong to the alarms.
     struct TypeEntry {
-        AlarmsT alarms;
+        AlarmsOfTypeT alarms;
         std::unordered_multimap<std::string_view, Alarm*> byDn;
     };
 
@@ -66,7 +69,7 @@ private:
     std::uint32_t* counterOf(std::int32_t severity);
 
     AlarmsT alarms;
-    AlarmsT changing;  // those that a tick may change
+    ChangingT changing;  // those that a tick may change
     std::unordered_map<std::uint64_t, TypeEntry> types;
     AlarmSummary summary;
     std::uint64_t lastPosition = 0;

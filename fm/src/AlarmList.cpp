@@ -116,7 +116,7 @@ void AlarmList::saveAlarm(Alarm& alarm, const ReplicatedList& list)
     assert(alarm.alarmId>0);
     // clang-format on
     const Lock lock(*this);
-    if (index.contains(alarm)) {
+    if (AlarmIndex::contains(alarm)) {
         index.update(alarm);
     }
     const StoredAlarmT data = toStoredAlarm(alarm.serialize_v2());
@@ -160,7 +160,7 @@ void AlarmList::findAlarms(const AlarmData& pattern, std::list<Alarm*>& found)
 void AlarmList::findMatching(const AlarmData& pattern, std::list<Alarm*>& found) const
 {
     std::optional<Zorv::RegularExpression> expression;  // compiled when the first candidate turns up
-    for (const auto& [position, alarm] : index.getAlarmsOfType(pattern.majorType, pattern.minorType)) {
+    for (Alarm* const alarm : index.getAlarmsOfType(pattern.majorType, pattern.minorType)) {
         ZORV_TRACE("majorType and minorType match found. Using DN as regular expression...");
         if (!expression) {
             expression.emplace(pattern.dn, REG_EXTENDED | REG_NOSUB);
@@ -183,7 +183,7 @@ ZorvReturnT AlarmList::deleteAlarm(const Alarm& alarm)
     if (result != ZORV_RETURN_OK) {
         ZORV_WARNING("Retval from listEraseItem: %d", result);
     }
-    Alarm* const found = index.contains(alarm) ? index.getAlarms().at(alarm.place.position) : index.find(alarm);
+    Alarm* const found = AlarmIndex::contains(alarm) ? alarm.place.alarm : index.find(alarm);
     if (found == nullptr) {
         ZORV_ERROR("Alarm not found: %s", alarm.toString().c_str());
         return result;
@@ -196,7 +196,7 @@ ZorvReturnT AlarmList::deleteAlarm(const Alarm& alarm)
 void AlarmList::clearAlarms()
 {
     while (!index.getAlarms().empty()) {
-        Alarm* const alarm = index.getAlarms().begin()->second;
+        Alarm* const alarm = *index.getAlarms().begin();
         index.remove(*alarm);
         delete alarm;
     }
@@ -206,7 +206,7 @@ void AlarmList::getAlarms(std::list<Alarm*>& copy)
 {
     const Lock lock(*this);
     copy.clear();
-    for (const auto& [position, alarm] : index.getAlarms()) {
+    for (Alarm* const alarm : index.getAlarms()) {
         copy.push_back(alarm);
     }
 }
@@ -225,7 +225,7 @@ void AlarmList::getNbiAlarms(std::vector<AlarmData>& alarms)
     const Lock lock(*this);
     alarms.clear();
     alarms.reserve(index.getSummary().total);
-    for (const auto& [position, alarm] : index.getAlarms()) {
+    for (Alarm* const alarm : index.getAlarms()) {
         if (alarm->isVisibleInNbi()) {
             alarms.emplace_back(*alarm);
         }
@@ -243,7 +243,7 @@ AlarmSummary AlarmList::getSummary()
 void AlarmList::traceInvisibleAlarms()
 {
     const Lock lock(*this);
-    for (const auto& [position, alarm] : index.getAlarms()) {
+    for (Alarm* const alarm : index.getAlarms()) {
         if (!alarm->isVisibleInNbi()) {
             ZORV_TRACE("Alarm not visible :%s", alarm->toString().c_str());
         }

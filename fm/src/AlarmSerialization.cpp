@@ -2,7 +2,12 @@
 ///
 /// A line of fields separated by ";", free texts in Base64 so that they never contain the separator. Neither reader tells
 /// its caller about a failure: a damaged item becomes an alarm with what could be read.
-#include <Poco/StringTokenizer.h>
+#include <Poco/Exception.h>
+
+#include <charconv>
+#include <limits>
+#include <utility>
+#include <vector>
 
 #include "Alarm.hpp"
 #include "Logging.hpp"
@@ -11,19 +16,29 @@
 namespace ZorvFm {
 namespace {
 
-constexpr char separator[] = ";";
+constexpr char separator = ';';
+constexpr std::size_t usualSize = 512;
 constexpr std::size_t infoIndexFormat1 = 17;
 constexpr std::size_t infoIndexFormat2 = 19;
 
 /// Puts fields together.
 class FieldWriter {
 public:
-    FieldWriter& text(const std::string& bytes) { return add(Serialize::toBase64(bytes)); }
+    FieldWriter() { data.reserve(usualSize); }
+
+    FieldWriter& text(std::string_view bytes)
+    {
+        Serialize::appendBase64(separated(), bytes);
+        return *this;
+    }
 
     template <class NumberT>
     FieldWriter& number(NumberT value)
     {
-        return add(std::to_string(value));
+        char digits[std::numeric_limits<NumberT>::digits10 + 2];
+        const char* const end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
+        separated().append(digits, static_cast<std::size_t>(end - digits));
+        return *this;
     }
 
     FieldWriter& pairs(const AdditionalInfoT& info)
@@ -34,43 +49,51 @@ public:
         return *this;
     }
 
-    const std::string& str() const { return data; }
+    std::string take() { return std::move(data); }
 
 private:
-    FieldWriter& add(const std::string& field)
+    std::string& separated()
     {
-        if (!first) {
+        if (!std::exchange(first, false)) {
             data += separator;
         }
-        first = false;
-        data += field;
-        return *this;
+        return data;
     }
 
     std::string data;
     bool first = true;
 };
 
-/// Takes fields apart. An index beyond the last field throws Poco::RangeException.
+/// Takes fields apart; no text has none. An index beyond the last field throws Poco::RangeException.
 class FieldReader {
 public:
-    explicit FieldReader(const std::string& data) : fields(data, separator) {}
+    explicit FieldReader(std::string_view data)
+    {
+        std::size_t end = data.empty() ? std::string_view::npos : data.find(separator);
+        for (; end != std::string_view::npos; end = data.find(separator)) {
+            fields.push_back(data.substr(0, end));
+            data.remove_prefix(end + 1);
+        }
+        if (!data.empty() || !fields.empty()) {
+            fields.push_back(data);
+        }
+    }
 
-    std::size_t count() const { return fields.count(); }
+    std::size_t count() const { return fields.size(); }
 
-    std::string text(std::size_t index) const { return Serialize::fromBase64(fields[index]); }
+    std::string text(std::size_t index) const { return Serialize::fromBase64(field(index)); }
 
     int signedNumber(std::size_t index, const char* name) const
     {
         int value = 0;
-        Serialize::fromString(value, fields[index], std::dec, name);
+        Serialize::fromString(value, field(index), std::dec, name);
         return value;
     }
 
     unsigned long long number(std::size_t index, const char* name) const
     {
         unsigned long long value = 0;
-        Serialize::fromString(value, fields[index], std::dec, name);
+        Serialize::fromString(value, field(index), std::dec, name);
         return value;
     }
 
@@ -81,7 +104,7 @@ public:
 
     int state(std::size_t index) const
     {
-        return fields[index].empty() ? static_cast<int>(AlarmState::ACTIVE) : signedNumber(index, "_state");
+        return field(index).empty() ? static_cast<int>(AlarmState::ACTIVE) : signedNumber(index, "_state");
     }
 
     std::pair<std::string, std::string> pair(std::size_t nameIndex) const
@@ -90,7 +113,15 @@ public:
     }
 
 private:
-    const Poco::StringTokenizer fields;
+    std::string_view field(std::size_t index) const
+    {
+        if (index >= fields.size()) {
+            throw Poco::RangeException();
+        }
+        return fields[index];
+    }
+
+    std::vector<std::string_view> fields;
 };
 
 bool isFieldCountOfFormat1(std::size_t count)
@@ -133,7 +164,7 @@ std::string Alarm::serialize_v2() const
     writer.number(static_cast<std::uint32_t>(eventType)).number(probableCause).number(originalSeqNo);
     writer.text(originalAdditionalText).number(originalSeverity).number(originalEventTime);
     writer.number(state.getState()).number(clearEventTime).number(alarmId).number(info.size()).pairs(info);
-    return writer.str();
+    return writer.take();
 }
 
 void Alarm::deserialize_v2(const std::string& data)
@@ -172,12 +203,12 @@ void Alarm::deserialize_v2(const std::string& data)
 std::string Alarm::serialize() const
 {
     FieldWriter writer = writeFormat1Head(*this);
-    return writer.number(state.getState()).number(clearEventTime).pairs(getAdditionalInfo()).str();
+    return writer.number(state.getState()).number(clearEventTime).pairs(getAdditionalInfo()).take();
 }
 
 std::string Alarm::serializeOldForTest() const
 {
-    return writeFormat1Head(*this).str();
+    return writeFormat1Head(*this).take();
 }
 
 void Alarm::deserialize(const std::string& data)

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <list>
+#include <vector>
 
 #include "FmConfig.hpp"
 #include "FmEventProducer.hpp"
@@ -35,7 +35,7 @@ private:
 
 /// What a batch holds besides the messages that are handled at once.
 struct FmCompRunnable::Batch {
-    std::list<AlarmData> alarms;
+    std::vector<AlarmData*> alarms;  // of the messages
     int fmEvents = 0;
     int cmEvents = 0;
 };
@@ -164,20 +164,20 @@ void FmCompRunnable::heartbeatWhenDue()
 void FmCompRunnable::handleMessages(const std::deque<Zorv::PipeMessage*>& messages)
 {
     Batch batch;
-    for (const Zorv::PipeMessage* message : messages) {
+    for (Zorv::PipeMessage* message : messages) {
         sortMessage(*message, batch);
     }
     if (batch.cmEvents > 0) {
         handleCmEvent();
     }
-    for (AlarmData& alarm : batch.alarms) {
-        handleNewAlarm(alarm);
+    for (AlarmData* alarm : batch.alarms) {
+        handleNewAlarm(*alarm);
     }
     handler.saveVeskFmAttributes();
     ZORV_TRACE("Events received:  FM=%i CM=%d", batch.fmEvents, batch.cmEvents);
 }
 
-void FmCompRunnable::sortMessage(const Zorv::PipeMessage& message, Batch& batch)
+void FmCompRunnable::sortMessage(Zorv::PipeMessage& message, Batch& batch)
 {
     switch (message.getType()) {
     case HA_STATE_CHANGED:
@@ -186,7 +186,7 @@ void FmCompRunnable::sortMessage(const Zorv::PipeMessage& message, Batch& batch)
         break;
     case NTF_NEW_ALARM:
         ZORV_TRACE("Received notification on NTF_NEW_ALARM");
-        batch.alarms.push_back(static_cast<const FmNewAlarmMessage&>(message).alarm);
+        batch.alarms.push_back(&static_cast<FmNewAlarmMessage&>(message).alarm);
         ++batch.fmEvents;
         break;
     case CM_ROUTER_EVENT:

@@ -49,7 +49,7 @@ public:
 
     const Status& getStatus() const { return status; }
 
-    /// Handles one batch, in the order of arrival; the messages stay the caller's.
+    /// Handles one batch, in the order of arrival; the messages stay the caller's, completed from the alarm model.
     void handleMessages(const std::deque<Zorv::PipeMessage*>& messages);
 
 private:
@@ -63,7 +63,7 @@ private:
     bool handleRound();
     void handleInput();
     void heartbeatWhenDue();
-    void sortMessage(const Zorv::PipeMessage& message, Batch& batch);
+    void sortMessage(Zorv::PipeMessage& message, Batch& batch);
     void handleNewAlarm(AlarmData& alarm);
     void handleStateChange(const ZorvStateChangeReason& reason);
     void handleCmEvent();

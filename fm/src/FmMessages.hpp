@@ -32,9 +32,13 @@ public:
 /// An application raised, cleared or sent an alarm.
 class FmNewAlarmMessage : public Zorv::PipeMessage {
 public:
-    explicit FmNewAlarmMessage(const AlarmData& newAlarm) : PipeMessage(NTF_NEW_ALARM), alarm(newAlarm) {}
+    template <class NotificationT>
+    explicit FmNewAlarmMessage(const NotificationT& notification) : PipeMessage(NTF_NEW_ALARM),
+                                                                    alarm(notification)
+    {
+    }
 
-    const AlarmData alarm;
+    AlarmData alarm;  // the worker completes it in place
 };
 
 /// The configuration changed; the worker rereads it.

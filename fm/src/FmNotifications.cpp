@@ -1,9 +1,8 @@
 #include "FmNotifications.hpp"
 
-#include <cstdlib>
-#include <cstring>
-#include <new>
+#include <algorithm>
 #include <sstream>
+#include <string_view>
 
 #include "AlarmData.hpp"
 #include "Status.hpp"
@@ -11,77 +10,71 @@
 namespace ZorvFm {
 namespace {
 
-char* copyOf(const std::string& text)
-{
-    char* copy = ::strdup(text.c_str());
-    if (copy == nullptr) {
-        throw std::bad_alloc();
+/// Texts behind each other in one piece of memory.
+class TextCopier {
+public:
+    TextCopier(std::unique_ptr<char[]>& texts, std::size_t size) : place((texts.reset(new char[size]), texts.get())) {}
+
+    char* copy(std::string_view text)
+    {
+        char* const begin = place;
+        place = std::copy(text.begin(), text.end(), begin);
+        *place++ = '\0';
+        return begin;
     }
-    return copy;
+
+private:
+    char* place;
+};
+
+std::size_t sizeOfTexts(const AlarmData& data, std::string_view additionalText, const AdditionalInfoT& info)
+{
+    std::size_t size =
+        data.dn.size() + additionalText.size() + data.specificProblem.size() + data.originalAdditionalText.size() + 4;
+    for (const auto& [name, value] : info) {
+        size += name.size() + value.size() + 2;
+    }
+    return size;
 }
 
-void fillPairs(FmAlarmBlock& block, const AdditionalInfoT& info)
+void fillPairs(NotificationMemory& memory, const AdditionalInfoT& info, TextCopier& texts)
 {
     if (info.empty()) {
         return;
     }
-    block.additionalInfo = new ZorvOamApiFmAdditionalInfoPair[info.size()];
+    memory.pairs.reset(new ZorvOamApiFmAdditionalInfoPair[info.size()]);
+    memory.block.additionalInfo = memory.pairs.get();
     for (const auto& [name, value] : info) {
-        ZorvOamApiFmAdditionalInfoPair& pair = block.additionalInfo[block.numberOfPairs++];
-        pair.name = copyOf(name);
-        pair.value = copyOf(value);
+        ZorvOamApiFmAdditionalInfoPair& pair = memory.block.additionalInfo[memory.block.numberOfPairs++];
+        pair.name = texts.copy(name);
+        pair.value = texts.copy(value);
     }
-}
-
-FmAlarmBlock* makeBlock(const AlarmData& data)
-{
-    auto* block = new FmAlarmBlock{};
-    block->dn = copyOf(data.dn);
-    block->majorType = data.majorType;
-    block->minorType = data.minorType;
-    block->additionalText = copyOf(data.getAdditionalText());
-    block->eventTime = data.eventTime;
-    block->severity = data.severity;
-    fillPairs(*block, data.getAdditionalInfo());
-    return block;
-}
-
-void releaseBlock(FmAlarmBlock* block)
-{
-    std::free(block->dn);
-    std::free(block->additionalText);
-    for (std::uint32_t i = 0; i < block->numberOfPairs; ++i) {
-        std::free(block->additionalInfo[i].name);
-        std::free(block->additionalInfo[i].value);
-    }
-    if (block->numberOfPairs != 0) {
-        delete[] block->additionalInfo;
-        block->additionalInfo = nullptr;
-    }
-    delete block;
 }
 
 /// What both versions of the value have in common.
 template <class ValueT>
-void fillAlarm(ValueT& value, const AlarmData& data)
+void fillAlarm(ValueT& value, NotificationMemory& memory, const AlarmData& data)
 {
-    value.alarm = makeBlock(data);
+    const std::string additionalText = data.getAdditionalText();
+    const AdditionalInfoT info = data.getAdditionalInfo();
+    TextCopier texts(memory.texts, sizeOfTexts(data, additionalText, info));
+    FmAlarmBlock& block = memory.block;
+    block.dn = texts.copy(data.dn);
+    block.majorType = data.majorType;
+    block.minorType = data.minorType;
+    block.additionalText = texts.copy(additionalText);
+    block.eventTime = data.eventTime;
+    block.severity = data.severity;
+    fillPairs(memory, info, texts);
+    value.alarm = &block;
     value.stateful = data.stateful;
     value.seqNo = data.seqNo;
     value.eventType = static_cast<std::uint32_t>(data.eventType);
     value.probableCause = data.probableCause;
-    value.specificProblem = copyOf(data.specificProblem);
+    value.specificProblem = texts.copy(data.specificProblem);
     value.originalEventTime = data.originalEventTime;
-    value.originalAdditionalText = copyOf(data.originalAdditionalText);
+    value.originalAdditionalText = texts.copy(data.originalAdditionalText);
     value.originalSeverity = data.originalSeverity;
-}
-
-template <class ValueT>
-void releaseAlarm(ValueT& value)
-{
-    releaseBlock(value.alarm);
-    std::free(value.originalAdditionalText);
-    std::free(value.specificProblem);
 }
 
 /// A null text puts the stream into its failure state, and the rest is not written.
@@ -133,13 +126,8 @@ std::string heartbeatToString(const ValueT& value)
 
 AlarmNotification::AlarmNotification(const AlarmData& data) : ZorvOamApiFmNotificationEventValue_3{}
 {
-    fillAlarm(*this, data);
+    fillAlarm(*this, memory, data);
     alarmId = data.alarmId;
-}
-
-AlarmNotification::~AlarmNotification()
-{
-    releaseAlarm(*this);
 }
 
 std::string AlarmNotification::toString() const
@@ -149,13 +137,8 @@ std::string AlarmNotification::toString() const
 
 AlarmNotificationV2::AlarmNotificationV2(const AlarmData& data) : ZorvOamApiFmNotificationEventValue_2{}
 {
-    fillAlarm(*this, data);
+    fillAlarm(*this, memory, data);
     originalSeqNo = data.originalSeqNo;
-}
-
-AlarmNotificationV2::~AlarmNotificationV2()
-{
-    releaseAlarm(*this);
 }
 
 std::string AlarmNotificationV2::toString() const

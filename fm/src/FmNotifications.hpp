@@ -3,10 +3,11 @@
 /// Each is a reference-counted event with the published value inside; the router is handed the address of the value.
 ///
 /// Threads:   filled by the pusher, read by consumers, released on any thread.
-/// Ownership: an alarm notification owns block and texts: private copies that do not change with the alarm.
+/// Ownership: an alarm notification owns block and texts: private copies, in one piece, that do not change with the alarm.
 /// Failure:   std::bad_alloc.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "RefCounter.hpp"
@@ -22,6 +23,13 @@ namespace ZorvFm {
 class AlarmData;
 struct StatusSection;
 
+/// What the values of an alarm notification point to.
+struct NotificationMemory {
+    FmAlarmBlock block{};
+    std::unique_ptr<ZorvOamApiFmAdditionalInfoPair[]> pairs;
+    std::unique_ptr<char[]> texts;
+};
+
 /// Carries the alarm identity, not the original sequence number.
 class AlarmNotification : public Zorv::RefCounter, public ZorvOamApiFmNotificationEventValue_3 {
 public:
@@ -29,7 +37,7 @@ public:
     std::string toString() const;
 
 private:
-    ~AlarmNotification() override;
+    NotificationMemory memory;
 };
 
 /// Carries the original sequence number, not the alarm identity.
@@ -39,7 +47,7 @@ public:
     std::string toString() const;
 
 private:
-    ~AlarmNotificationV2() override;
+    NotificationMemory memory;
 };
 
 class HeartbeatNotification : public Zorv::RefCounter, public ZorvOamApiFmHeartbeatEventValue_3 {

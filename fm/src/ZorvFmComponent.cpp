@@ -1,5 +1,7 @@
 #include "ZorvFmComponent.hpp"
 
+#include <memory>
+
 #include "FmEventProducer.hpp"
 #include "FmMessages.hpp"
 #include "Logging.hpp"
@@ -16,6 +18,12 @@ const NotificationT* validNotification(const void* notification)
 {
     const auto* typed = static_cast<const NotificationT*>(notification);
     return typed == nullptr || typed->dn == nullptr || *typed->dn == '\0' ? nullptr : typed;
+}
+
+/// What a trace will say of the alarm when the worker has it; empty while nobody wants traces.
+std::string textForTrace(const AlarmData& alarm)
+{
+    return Zorv::Logging::traceAdmits(YALT_TRACE_DETAILED) ? alarm.toString() : std::string();
 }
 
 }  // namespace
@@ -155,9 +163,10 @@ void ZorvFmComponent::notifyFmEvent1(const char* /*eventType*/, void* notificati
         ZORV_ERROR("Invalid argument for notify of Alarm V1");
         return;
     }
-    const AlarmData alarm(*valid);
-    workerPipes.pushToInput(new FmNewAlarmMessage(alarm));
-    ZORV_TRACE("Alarm received (v1): %s", alarm.toString().c_str());
+    auto message = std::make_unique<FmNewAlarmMessage>(*valid);
+    const std::string text = textForTrace(message->alarm);
+    workerPipes.pushToInput(message.release());
+    ZORV_TRACE("Alarm received (v1): %s", text.c_str());
 }
 
 void ZorvFmComponent::notifyFmEvent2(const char* /*eventType*/, void* notification)
@@ -167,9 +176,10 @@ void ZorvFmComponent::notifyFmEvent2(const char* /*eventType*/, void* notificati
         ZORV_ERROR("Invalid argument for notify Alarm v2");
         return;
     }
-    const AlarmData alarm(*valid);
-    workerPipes.pushToInput(new FmNewAlarmMessage(alarm));
-    ZORV_TRACE("Alarm received (v2): %s", alarm.toString().c_str());
+    auto message = std::make_unique<FmNewAlarmMessage>(*valid);
+    const std::string text = textForTrace(message->alarm);
+    workerPipes.pushToInput(message.release());
+    ZORV_TRACE("Alarm received (v2): %s", text.c_str());
 }
 
 void ZorvFmComponent::notifyFmEvent4(const char* /*eventType*/, void* notification)
@@ -179,9 +189,10 @@ void ZorvFmComponent::notifyFmEvent4(const char* /*eventType*/, void* notificati
         ZORV_ERROR("Invalid argument for notify Alarm v4");
         return;
     }
-    const AlarmData alarm(*valid);
-    workerPipes.pushToInput(new FmNewAlarmMessage(alarm));
-    ZORV_TRACE("Alarm received (v4): %s", alarm.toString().c_str());
+    auto message = std::make_unique<FmNewAlarmMessage>(*valid);
+    const std::string text = textForTrace(message->alarm);
+    workerPipes.pushToInput(message.release());
+    ZORV_TRACE("Alarm received (v4): %s", text.c_str());
 }
 
 void ZorvFmComponent::notifyFmAlarmSuppressionEvent(const char* /*eventType*/, void* value)

@@ -14,7 +14,18 @@ using testing::IsEmpty;
 namespace ZorvFm {
 namespace {
 
-std::vector<const Alarm*> inOrder(const AlarmIndex::AlarmsT& alarms)
+template <class ChainT>
+std::vector<const Alarm*> inOrder(const ChainT& alarms)
+{
+    std::vector<const Alarm*> all;
+    for (const Alarm* alarm : alarms) {
+        all.push_back(alarm);
+    }
+    EXPECT_EQ(all.size(), alarms.size());
+    return all;
+}
+
+std::vector<const Alarm*> inOrder(const AlarmIndex::ChangingT& alarms)
 {
     std::vector<const Alarm*> all;
     for (const auto& [position, alarm] : alarms) {

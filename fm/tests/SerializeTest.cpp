@@ -1,8 +1,11 @@
 #include "Serialize.hpp"
 
+#include <Poco/Base64Decoder.h>
+#include <Poco/Base64Encoder.h>
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <sstream>
 #include <string>
 
 #include "Dice.hpp"
@@ -96,6 +99,64 @@ TEST(Base64Test, neverHoldsTheSeparatorOfFields)
     EXPECT_EQ(std::string::npos, toBase64(std::string(1000, ';')).find(';'));
 }
 
+std::string encodedByTheLibrary(const std::string& bytes)
+{
+    std::ostringstream text;
+    Poco::Base64Encoder encoder(text);
+    encoder << bytes;
+    encoder.close();
+    return text.str();
+}
+
+std::string decodedByTheLibrary(const std::string& text)
+{
+    std::istringstream encoded(text);
+    Poco::Base64Decoder decoder(encoded);
+    std::string bytes;
+    char byte = 0;
+    while (decoder.get(byte)) {
+        bytes += byte;
+    }
+    return bytes;
+}
+
+std::string randomBytes(Dice& dice, std::size_t size, const std::string& from)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes += from.empty() ? static_cast<char>(dice.roll(256)) : from[dice.roll(from.size())];
+    }
+    return bytes;
+}
+
+TEST(Base64Test, isWhatTheLibraryWrites)
+{
+    Dice dice(1);
+    for (std::size_t size = 0; size < 700; ++size) {
+        const std::string bytes = randomBytes(dice, size, "");
+        ASSERT_EQ(encodedByTheLibrary(bytes), toBase64(bytes)) << size;
+        ASSERT_EQ(bytes, fromBase64(toBase64(bytes))) << size;
+    }
+}
+
+TEST(Base64Test, isReadAsTheLibraryReads)
+{
+    Dice dice(2);
+    for (int i = 0; i < 30000; ++i) {
+        std::string text = randomBytes(dice, dice.roll(20), dice.roll(2) == 0 ? "AZaz09+/=\r\n" : "AZaz09+/");
+        if (dice.roll(3) == 0) {
+            text = toBase64(randomBytes(dice, dice.roll(100), ""));
+        }
+        if (!text.empty() && dice.roll(3) == 0) {
+            text[dice.roll(text.size())] = randomBytes(dice, 1, "")[0];
+        }
+        if (!text.empty() && dice.roll(4) == 0) {
+            text.insert(dice.roll(text.size()), dice.roll(2) == 0 ? "\r\n" : "\n");
+        }
+        ASSERT_EQ(decodedByTheLibrary(text), fromBase64(text)) << text;
+    }
+}
+
 TEST(Base64Test, foreignCharactersEndTheReading)
 {
     EXPECT_EQ("foo", fromBase64("Zm9v!mFy"));
@@ -159,6 +220,27 @@ TEST(FromStringTest, followsTheManipulator)
 {
     EXPECT_EQ(255, read<int>("ff", std::hex));
     EXPECT_EQ(8u, read<Unsigned>("10", std::oct));
+}
+
+template <class ValueT>
+void expectReadAsTheLibraryReads(const std::string& text)
+{
+    ValueT expected = 0;
+    std::istringstream stream(text);
+    stream >> expected;
+    EXPECT_EQ(stream.fail() ? "Failed to retrieve it" : "read " + std::to_string(expected), failure<ValueT>(text, "it"))
+        << text;
+}
+
+TEST(FromStringTest, isReadAsTheLibraryReads)
+{
+    Dice dice(3);
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text =
+            randomBytes(dice, dice.roll(23), dice.roll(3) == 0 ? "0123456789+- x.,\t" : "0123456789");
+        expectReadAsTheLibraryReads<int>(text);
+        expectReadAsTheLibraryReads<Unsigned>(text);
+    }
 }
 
 TEST(FromStringTest, anUnsignedNumberWrapsBelowZero)

@@ -1,7 +1,5 @@
 #include "files/LineText.hpp"
 
-#include <Poco/DateTimeFormatter.h>
-#include <Poco/LocalDateTime.h>
 #include <Poco/NumberFormatter.h>
 
 namespace ZorvInput {
@@ -55,11 +53,6 @@ std::string toLineText(const std::string& text)
         }
     }
     return line;
-}
-
-std::string localTimeText()
-{
-    return Poco::DateTimeFormatter::format(Poco::LocalDateTime(), "%Y-%m-%dT%H:%M:%S.%i%z");
 }
 
 }  // namespace ZorvInput

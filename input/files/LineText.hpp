@@ -8,7 +8,4 @@ namespace ZorvInput {
 /// "\n" for a line feed, "\r", "\t", "\x1B" for others; C1 controls and the Unicode line ends, in UTF-8, likewise.
 std::string toLineText(const std::string& text);
 
-/// Now, in local time: "2024-05-01T12:00:00.000+02:00".
-std::string localTimeText();
-
 }  // namespace ZorvInput

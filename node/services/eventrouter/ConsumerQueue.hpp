@@ -1,7 +1,7 @@
 /// One registered consumer: its bounded queue and the thread that calls it.
 ///
 /// Threads:   any may push, take out and close; the callbacks come one at a time on the queue's own thread, with no lock
-///            held. A push wakes the thread only when it sleeps.
+///            held. A push wakes the thread only when it sleeps, which it does a moment after the last event.
 /// Ownership: a delivery that was taken in is handed back to its producer once: after the callback, or by whoever takes it
 ///            out of the queue.
 /// Failure:   a full or closed queue takes nothing in; a consumer that throws is counted.
@@ -61,6 +61,7 @@ private:
     void run();
     void deliver(const Delivery& delivery);
     bool next(Delivery& delivery);
+    void awaitNext(std::unique_lock<std::mutex>& lock);
 
     const std::shared_ptr<RouterConsumer> port;
     const std::size_t bound;

@@ -62,11 +62,12 @@ ZorvReturnT EventRouter::notify(std::uint32_t handle, unsigned long consumerId, 
                                 YaltNameValuePair* const* filter, void* value)
 {
     const SharedLockT lock(mutex);
-    const ProducerT producer = findProducer(handle);
-    const ConsumerT consumer = findConsumer(consumerId);
-    if (!producer || !consumer) {
+    const auto knownProducer = producers.find(handle);
+    const auto knownConsumer = consumers.find(consumerId);
+    if (knownProducer == producers.end() || knownConsumer == consumers.end()) {
         return ZORV_RETURN_NOT_FOUND;
     }
+    const ConsumerT& consumer = knownConsumer->second;
     const auto& subscriptions = consumer->subscriptions;
     const auto found = std::find_if(subscriptions.begin(), subscriptions.end(), [&](const SubscriptionT& candidate) {
         return candidate->eventType == eventType &&
@@ -75,11 +76,8 @@ ZorvReturnT EventRouter::notify(std::uint32_t handle, unsigned long consumerId, 
     if (found == subscriptions.end()) {
         return ZORV_RETURN_NOT_FOUND;  // it has ended meanwhile; its filter may be gone
     }
-    {
-        const std::lock_guard<std::mutex> idleLock(idleMutex);
-        ++onTheirWay;
-    }
-    const ConsumerQueue::Push pushed = consumer->push({producer, *found, value});
+    ++onTheirWay;
+    const ConsumerQueue::Push pushed = consumer->push({knownProducer->second, *found, value});
     if (pushed == ConsumerQueue::Push::taken) {
         ++statistics.accepted;
         return ZORV_RETURN_OK;
@@ -293,8 +291,8 @@ void EventRouter::handBack(const ConsumerT& consumer, const std::function<bool(c
 
 void EventRouter::handedBack()
 {
-    const std::lock_guard<std::mutex> lock(idleMutex);
     if (--onTheirWay == 0) {
+        const std::lock_guard<std::mutex> lock(idleMutex);
         idle.notify_all();
     }
 }

@@ -13,6 +13,7 @@
 /// Failure:   return codes of ZorvReturn.h.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <map>
 #include <memory>
@@ -92,7 +93,7 @@ private:
 
     std::mutex idleMutex;
     std::condition_variable idle;
-    std::uint64_t onTheirWay = 0;  // guarded by idleMutex
+    std::atomic<std::uint64_t> onTheirWay{0};
 };
 
 }  // namespace ZorvNode

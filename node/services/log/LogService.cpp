@@ -1,5 +1,6 @@
 #include "services/log/LogService.hpp"
 
+#include "LocalTime.hpp"
 #include "files/LineText.hpp"
 
 namespace ZorvNode {
@@ -59,7 +60,7 @@ ZorvReturnT LogService::write(const std::string& logName, std::int32_t level, co
     bool written = false;
     if (logName == ZORV_LOG_SYSTEM) {
         ++numberOfTexts;
-        written = write(systemLog, localTimeText() + " " + levelName(level) + " " + toLineText(text));
+        written = write(systemLog, Zorv::localTimeText() + " " + levelName(level) + " " + toLineText(text));
     } else {
         ++numberOfRecords;
         written = write(alarmLog, text);
@@ -69,7 +70,7 @@ ZorvReturnT LogService::write(const std::string& logName, std::int32_t level, co
 
 void LogService::writePublication(const std::string& text)
 {
-    write(publications, localTimeText() + " " + toLineText(text));
+    write(publications, Zorv::localTimeText() + " " + toLineText(text));
 }
 
 const LogTail* LogService::findTail(const std::string& name) const

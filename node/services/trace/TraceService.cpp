@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "LocalTime.hpp"
 #include "files/LineText.hpp"
 
 namespace ZorvNode {
@@ -66,7 +67,7 @@ ZorvReturnT TraceService::write(const std::string& group, std::int32_t level, co
     if (level > cell->get()) {
         return ZORV_RETURN_OK;
     }
-    const std::string line = localTimeText() + " " + std::to_string(gettid()) + " " + group + " " +
+    const std::string line = Zorv::localTimeText() + " " + std::to_string(gettid()) + " " + group + " " +
                              std::to_string(level) + " " + baseName(location.file) + ":" +
                              std::to_string(location.line) + " " + location.function + " " + text;
     return file.write(toLineText(line)) ? ZORV_RETURN_OK : ZORV_RETURN_FAILED;

@@ -1,0 +1,43 @@
+/// A node under load: its producer and its two consumers.
+///
+/// Threads: one.
+/// Failure: std::runtime_error when notifications do not arrive.
+#pragma once
+
+#include "LoadedNode.hpp"
+#include "NorthboundConsumer.hpp"
+#include "RaisingProducer.hpp"
+
+namespace ZorvBench {
+
+class Load {
+public:
+    /// Of a node that is not started yet.
+    explicit Load(LoadedNode& loadedNode);
+
+    /// Prepares so many, which send sends in their order.
+    void prepare(const std::string& kind, std::uint64_t number);
+
+    /// So many as fast as they are taken, until both consumers have both versions.
+    /// @param between called after each hundred. @return seconds
+    double send(std::uint64_t number, const std::function<void()>& between = {});
+
+    /// One.
+    void sendOne() { producer.send(); }
+
+    /// Waits until both consumers have so many notifications more, of both versions.
+    void awaitDelivered(std::uint64_t number);
+
+    /// From now on the first consumer notes when each arrives.
+    void noteArrivals(std::vector<ClockT::time_point>& places) { consumers[0].noteArrivals(places); }
+
+private:
+    std::uint64_t getDelivered() const;
+
+    RaisingProducer producer;
+    NorthboundConsumer consumers[2];
+    std::uint64_t prepared = 0;
+    std::uint64_t expected = 0;  // notifications of all consumers
+};
+
+}  // namespace ZorvBench
