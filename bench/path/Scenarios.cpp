@@ -15,7 +15,7 @@ void reconfigure(ZorvNode::Node& node)
 {
     static std::uint32_t interval = 60;
     interval = 121 - interval;
-    ZorvInput::MoNamedValue value{"heartbeatInterval", {}};
+    ZorvInput::MoNamedValue value{"heartbeatInterval", {YALT_MO_ATTRIBUTE_UINT32, {}}};
     value.value.values.emplace_back(std::uint64_t{interval});
     node.management.change({{ZorvNode::MoRequest::Kind::set, "ManagedElement=1,SystemFunctions=1,Fm=1", {value}}});
 }

@@ -1,4 +1,5 @@
-/// A pool that owns what is handed out to the middleware until all of it is released at once.
+/// A pool that owns what is handed out to the middleware until all of it is released at once. Small things stand side by
+/// side in larger blocks.
 ///
 /// Threads:   an object belongs to one thread at a time.
 /// Ownership: everything that comes from the pool, or was given to it, is the pool's. Objects are destroyed in reverse
@@ -52,9 +53,13 @@ private:
     };
 
     void* allocate(std::size_t count, std::size_t size);
+    void* newBlock(std::size_t size);
 
     std::vector<OwnedObject> objects;
     std::vector<void*> blocks;
+    char* place = nullptr;      // in the latest block for small things
+    std::size_t room = 0;       // bytes from there on
+    std::size_t blockSize = 0;  // bytes of the next one
 };
 
 }  // namespace Zorv

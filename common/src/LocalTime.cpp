@@ -1,10 +1,7 @@
 #include "LocalTime.hpp"
 
 #include <array>
-#include <cstdlib>
-#include <cstring>
 #include <ctime>
-#include <string_view>
 
 namespace Zorv {
 namespace {
@@ -46,44 +43,59 @@ char* date(char* place, std::int64_t days)
     return digits(character(place, '-'), dayOfYear - (153 * month + 2) / 5 + 1, 2);
 }
 
-/// One thread's memory: the zone, and the second that was written last. No destructor: the library may be unloaded.
+/// One thread's memory: the zone, and the seconds that were written last. No destructor: the library may be unloaded.
 class Writer {
 public:
     void append(std::string& text, std::uint64_t nanos)
     {
-        const auto second = static_cast<std::time_t>(nanos / nanosPerSecond);
-        if (zoneMayHaveChanged() || second != writtenSecond) {
-            write(second);
+        if (zoneMayHaveChanged()) {
+            written = {};
         }
-        digits(written.data() + millisecondPlace,
+        const auto second = static_cast<std::time_t>(nanos / nanosPerSecond);
+        Written& place = written[nanos / nanosPerSecond % written.size()];
+        if (second != place.second) {
+            write(second, place);
+        }
+        digits(place.text.data() + millisecondPlace,
                static_cast<std::int64_t>(nanos % nanosPerSecond / nanosPerMillisecond), 3);
-        text.append(written.data(), written.size());
+        text.append(place.text.data(), place.text.size());
     }
 
 private:
     static constexpr std::size_t millisecondPlace = 20;
-    static constexpr std::size_t longestZone = 63;
 
-    /// True once a second, and when the environment has another zone.
+    struct Written {
+        std::time_t second = -1;
+        std::array<char, sizeof("2026-03-29T03:00:00.000+02:00") - 1> text{};
+    };
+
+    /// What tzset leaves behind of a zone.
+    struct Zone {
+        long offset = 0;
+        const char* names[2] = {nullptr, nullptr};
+
+        bool operator==(const Zone& other) const
+        {
+            return offset == other.offset && names[0] == other.names[0] && names[1] == other.names[1];
+        }
+    };
+
+    static Zone presentZone() { return {timezone, {tzname[0], tzname[1]}}; }
+
+    /// True once a second, and when somebody has set another zone.
     bool zoneMayHaveChanged()
     {
         timespec now{};
         clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-        const char* const present = std::getenv("TZ");
-        const std::string_view name = present == nullptr ? std::string_view() : std::string_view(present);
-        if (now.tv_sec == lookedAt && (present != nullptr) == hasZone &&
-            name == std::string_view(zone.data(), zoneSize)) {
+        if (now.tv_sec == lookedAt && presentZone() == zone) {
             return false;
         }
         tzset();
-        lookedAt = name.size() <= longestZone ? now.tv_sec : -1;
-        hasZone = present != nullptr;
-        zoneSize = name.size() <= longestZone ? name.size() : 0;
-        std::memcpy(zone.data(), name.data(), zoneSize);
+        lookedAt = now.tv_sec;
         return true;
     }
 
-    void write(std::time_t second)
+    void write(std::time_t second, Written& target)
     {
         tm broken{};
         localtime_r(&second, &broken);
@@ -91,7 +103,7 @@ private:
         const std::int64_t local = static_cast<std::int64_t>(second) + offset;
         const std::int64_t days = (local >= 0 ? local : local - secondsPerDay + 1) / secondsPerDay;
         const std::int64_t time = local - days * secondsPerDay;
-        char* place = character(date(written.data(), days), 'T');
+        char* place = character(date(target.text.data(), days), 'T');
         place = character(digits(place, time / secondsPerHour, 2), ':');
         place = character(digits(place, time / secondsPerMinute % secondsPerMinute, 2), ':');
         place = character(digits(place, time % secondsPerMinute, 2), '.');
@@ -99,15 +111,13 @@ private:
         const long distance = offset >= 0 ? offset : -offset;
         place = character(digits(place, distance / secondsPerHour, 2), ':');
         digits(place, distance % secondsPerHour / secondsPerMinute, 2);
-        writtenSecond = second;
+        target.second = second;
+        zone = presentZone();  // that of this second
     }
 
     std::time_t lookedAt = -1;
-    bool hasZone = false;
-    std::size_t zoneSize = 0;
-    std::array<char, longestZone> zone{};
-    std::time_t writtenSecond = -1;
-    std::array<char, sizeof("2026-03-29T03:00:00.000+02:00") - 1> written{};
+    Zone zone;
+    std::array<Written, 4> written{};  // a report has several times, and the next one some of them again
 };
 
 }  // namespace

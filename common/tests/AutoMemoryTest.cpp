@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 using testing::ElementsAre;
@@ -124,6 +128,39 @@ TEST(AutoMemoryTest, anEmptyArrayHasAPlaceToo)
     AutoMemory memory;
 
     EXPECT_NE(nullptr, memory.allocateArray<uint64_t>(0));
+}
+
+TEST(AutoMemoryTest, nothingOverlapsAndEverythingIsAligned)
+{
+    AutoMemory memory;
+    std::vector<std::pair<char*, std::size_t>> arrays;
+    for (std::size_t size = 0; size < 3000; size += 1 + size / 7) {
+        for (int i = 0; i < 20; ++i) {
+            char* array = memory.allocateArray<char>(size);
+            EXPECT_EQ(0U, reinterpret_cast<std::uintptr_t>(array) % alignof(std::max_align_t));
+            EXPECT_EQ(std::string(size, '\0'), std::string(array, size));
+            std::memset(array, 'x', size);
+            arrays.emplace_back(array, size);
+        }
+    }
+    for (const auto& [array, size] : arrays) {
+        std::memset(array, 'y', size);
+        std::memset(array, 'x', size);
+    }
+    for (const auto& [array, size] : arrays) {
+        EXPECT_EQ(std::string(size, 'x'), std::string(array, size));
+        std::memset(array, 0, size);
+    }
+}
+
+TEST(AutoMemoryTest, whatCannotBeHadIsRefusedAndTheRestStays)
+{
+    AutoMemory memory;
+    const char* text = memory.strdup("text");
+
+    EXPECT_THROW(memory.allocateArray<std::uint64_t>(SIZE_MAX / 2), std::bad_alloc);
+    EXPECT_STREQ("text", text);
+    EXPECT_STREQ("more", memory.strdup("more"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 /// The text forms of an alarm: the debug line and the alarm log record.
+#include <array>
 #include <charconv>
 #include <ctime>
 #include <limits>
@@ -31,6 +32,17 @@ std::string pairsToString(const AdditionalInfoT& info, const char* separator)
     return text;
 }
 
+constexpr std::array<bool, 256> makeSpecials()
+{
+    std::array<bool, 256> specials{};
+    for (const char character : {'&', '"', '\'', '<', '>'}) {
+        specials[static_cast<unsigned char>(character)] = true;
+    }
+    return specials;
+}
+
+constexpr std::array<bool, 256> isSpecial = makeSpecials();
+
 const char* entityOf(char character)
 {
     switch (character) {
@@ -42,10 +54,8 @@ const char* entityOf(char character)
         return "&apos;";
     case '<':
         return "&lt;";
-    case '>':
-        return "&gt;";
     default:
-        return nullptr;
+        return "&gt;";
     }
 }
 
@@ -53,8 +63,8 @@ void appendXml(std::string& encoded, std::string_view text)
 {
     std::size_t begin = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (const char* const entity = entityOf(text[i])) {
-            encoded.append(text, begin, i - begin).append(entity);
+        if (isSpecial[static_cast<unsigned char>(text[i])]) {
+            encoded.append(text, begin, i - begin).append(entityOf(text[i]));
             begin = i + 1;
         }
     }

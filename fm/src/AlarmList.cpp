@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <chrono>
 #include <optional>
+#include <thread>
 
 #include "AlarmListWalk.hpp"
 #include "FmConfig.hpp"
@@ -13,6 +15,12 @@
 #include "RegularExpression.hpp"
 
 namespace ZorvFm {
+namespace {
+
+constexpr std::size_t shownAtOnce = 500;
+constexpr std::chrono::microseconds pauseOfReader(50);
+
+}  // namespace
 
 AlarmList::AlarmList(const FmConfig& componentConfig)
     : currentList("FmActiveAlarmList2"),
@@ -28,7 +36,7 @@ AlarmList::~AlarmList()
 
 void AlarmList::initialize()
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     clearAlarms();
     currentList.open();
     legacyList.openLike(currentList);
@@ -43,6 +51,7 @@ void AlarmList::initialize()
     for (std::unique_ptr<Alarm>& alarm : recovered) {
         assignAlarmId(*alarm);  // one that a damaged item has lost; the others keep theirs
         index.add(*alarm);
+        shown.noteChange(*alarm);
         static_cast<void>(alarm.release());
     }
 }
@@ -84,11 +93,12 @@ void AlarmList::recoverAlarms(const ReplicatedList& list, RecoveredT& recovered)
 
 Alarm* AlarmList::createAlarm(const AlarmData& data)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     auto alarm = std::make_unique<Alarm>(config);
     alarm->init(data);
     assignAlarmId(*alarm);
     index.add(*alarm);
+    shown.noteChange(*alarm);
     ZORV_TRACE("Added alarm to active alarm list: '%s', listSize :%d", alarm->toString().c_str(),
                static_cast<int>(index.getAlarms().size()));
     return alarm.release();
@@ -96,7 +106,7 @@ Alarm* AlarmList::createAlarm(const AlarmData& data)
 
 void AlarmList::assignAlarmId(Alarm& alarm)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     if (alarm.alarmId == 0) {
         alarm.alarmId = ++highestAlarmId;
     } else {
@@ -115,9 +125,10 @@ void AlarmList::saveAlarm(Alarm& alarm, const ReplicatedList& list)
     // clang-format off
     assert(alarm.alarmId>0);
     // clang-format on
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     if (AlarmIndex::contains(alarm)) {
         index.update(alarm);
+        shown.noteChange(alarm);
     }
     const StoredAlarmT data = toStoredAlarm(alarm.serialize_v2());
     if (alarm.itemName.length == 0) {
@@ -141,13 +152,13 @@ void AlarmList::saveAlarm(Alarm& alarm, const ReplicatedList& list)
 
 Alarm* AlarmList::findAlarm(const AlarmData& identity)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     return index.find(identity);
 }
 
 void AlarmList::findAlarms(const AlarmData& pattern, std::list<Alarm*>& found)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     std::list<Alarm*> matching;
     index.findAll(pattern, matching);
     if (matching.empty()) {
@@ -176,7 +187,7 @@ void AlarmList::findMatching(const AlarmData& pattern, std::list<Alarm*>& found)
 
 ZorvReturnT AlarmList::deleteAlarm(const Alarm& alarm)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     ZORV_TRACE(" >> eraseAlarm alarms, size: %d, %s", static_cast<int>(index.getAlarms().size()),
                alarm.toString().c_str());
     const ZorvReturnT result = currentList.erase(alarm.itemName);
@@ -188,6 +199,7 @@ ZorvReturnT AlarmList::deleteAlarm(const Alarm& alarm)
         ZORV_ERROR("Alarm not found: %s", alarm.toString().c_str());
         return result;
     }
+    shown.noteRemoval(*found);
     index.remove(*found);
     delete found;
     return result;
@@ -197,6 +209,7 @@ void AlarmList::clearAlarms()
 {
     while (!index.getAlarms().empty()) {
         Alarm* const alarm = *index.getAlarms().begin();
+        shown.noteRemoval(*alarm);
         index.remove(*alarm);
         delete alarm;
     }
@@ -204,7 +217,7 @@ void AlarmList::clearAlarms()
 
 void AlarmList::getAlarms(std::list<Alarm*>& copy)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     copy.clear();
     for (Alarm* const alarm : index.getAlarms()) {
         copy.push_back(alarm);
@@ -213,7 +226,7 @@ void AlarmList::getAlarms(std::list<Alarm*>& copy)
 
 void AlarmList::getChangingAlarms(std::vector<Alarm*>& copy)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     copy.clear();
     for (const auto& [position, alarm] : index.getChangingAlarms()) {
         copy.push_back(alarm);
@@ -222,7 +235,7 @@ void AlarmList::getChangingAlarms(std::vector<Alarm*>& copy)
 
 void AlarmList::getNbiAlarms(std::vector<AlarmData>& alarms)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     alarms.clear();
     alarms.reserve(index.getSummary().total);
     for (Alarm* const alarm : index.getAlarms()) {
@@ -234,15 +247,35 @@ void AlarmList::getNbiAlarms(std::vector<AlarmData>& alarms)
                suppressionOn ? "on" : "off");
 }
 
+/// The lock is let go now and then: alarm handling does not wait for a reader of many alarms.
+std::vector<AlarmChunkT> AlarmList::shareNbiAlarms()
+{
+    {
+        const MutexLockT lock(mutex);
+        shown.use(index.getAlarms());
+    }
+    for (;;) {
+        {
+            const MutexLockT lock(mutex);
+            if (shown.refresh(shownAtOnce)) {
+                ZORV_TRACE("Get NBI alarms, size: %d, suppression : %s", static_cast<int>(shown.size()),
+                           suppressionOn ? "on" : "off");
+                return shown.take();
+            }
+        }
+        std::this_thread::sleep_for(pauseOfReader);
+    }
+}
+
 AlarmSummary AlarmList::getSummary()
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     return index.getSummary();
 }
 
 void AlarmList::traceInvisibleAlarms()
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     for (Alarm* const alarm : index.getAlarms()) {
         if (!alarm->isVisibleInNbi()) {
             ZORV_TRACE("Alarm not visible :%s", alarm->toString().c_str());
@@ -252,7 +285,7 @@ void AlarmList::traceInvisibleAlarms()
 
 void AlarmList::setSuppression(bool on)
 {
-    const Lock lock(*this);
+    const MutexLockT lock(mutex);
     suppressionOn = on;
 }
 

@@ -16,6 +16,7 @@
 #include "AlarmIndex.hpp"
 #include "NbiAlarmList.hpp"
 #include "ReplicatedList.hpp"
+#include "ShownAlarms.hpp"
 
 namespace ZorvFm {
 
@@ -26,10 +27,10 @@ public:
     explicit AlarmList(const FmConfig& componentConfig);
     ~AlarmList() override;
 
-    /// Holds the list's mutex while alarms are changed.
+    /// Holds the list's mutex while the alarm is changed.
     class Lock {
     public:
-        explicit Lock(AlarmList& list) : scoped(list.mutex) {}
+        Lock(AlarmList& list, Alarm& alarm) : scoped(list.mutex) { list.shown.noteChange(alarm); }
 
     private:
         const Poco::Mutex::ScopedLock scoped;
@@ -68,6 +69,9 @@ public:
 
     void getNbiAlarms(std::vector<AlarmData>& alarms) override;
 
+    /// For a short time at once; what changes meanwhile is as it is at the end.
+    std::vector<AlarmChunkT> shareNbiAlarms() override;
+
     AlarmSummary getSummary();
     void traceInvisibleAlarms();
 
@@ -75,6 +79,7 @@ public:
     void setSuppression(bool on);
 
 private:
+    using MutexLockT = Poco::Mutex::ScopedLock;
     using RecoveredT = std::list<std::unique_ptr<Alarm>>;
 
     void clearAlarms();
@@ -85,7 +90,8 @@ private:
     ReplicatedList currentList;
     ReplicatedList legacyList;
     Poco::Mutex mutex;
-    AlarmIndex index;  // guarded by mutex; alarms in it are owned
+    AlarmIndex index;   // guarded by mutex; alarms in it are owned
+    ShownAlarms shown;  // guarded by mutex
     const FmConfig& config;
     bool suppressionOn = false;        // guarded by mutex
     std::uint64_t highestAlarmId = 0;  // guarded by mutex

@@ -1,17 +1,23 @@
 #include "AlarmSnapshot.hpp"
 
+#include <algorithm>
 #include <charconv>
 
 #include "NbiAlarmList.hpp"
 
 namespace ZorvFm {
 
-AlarmSnapshot::AlarmSnapshot()
+AlarmSnapshot::AlarmSnapshot() : chunks(NbiAlarmList::shareAlarms())
 {
-    NbiAlarmList::getAlarms(alarms);
-    byId.reserve(alarms.size());
-    for (std::size_t i = 0; i < alarms.size(); ++i) {
-        byId.try_emplace(alarms[i].alarmId, i);
+    for (const AlarmChunkT& chunk : chunks) {
+        for (const ShownAlarm& shown : *chunk) {
+            alarms.push_back({shown.alarmId, shown.data.get()});
+        }
+    }
+    const auto isBefore = [](const Place& one, const Place& other) { return one.alarmId < other.alarmId; };
+    if (!std::is_sorted(alarms.begin(), alarms.end(), isBefore)) {
+        byId = alarms;
+        std::stable_sort(byId.begin(), byId.end(), isBefore);
     }
 }
 
@@ -24,8 +30,10 @@ const AlarmData* AlarmSnapshot::find(std::string_view identity) const
     if (!isBaseTen || (alarmId == 0 && identity.size() > 1)) {
         return nullptr;
     }
-    const auto alarm = byId.find(alarmId);
-    return alarm == byId.end() ? nullptr : &alarms[alarm->second];
+    const std::vector<Place>& places = byId.empty() ? alarms : byId;
+    const auto place = std::lower_bound(places.begin(), places.end(), alarmId,
+                                        [](const Place& one, std::uint64_t wanted) { return one.alarmId < wanted; });
+    return place == places.end() || place->alarmId != alarmId ? nullptr : place->data;
 }
 
 }  // namespace ZorvFm

@@ -1,7 +1,7 @@
 #include "FmAlarmAttributes.hpp"
 
+#include <iterator>
 #include <string_view>
-#include <unordered_map>
 
 #include "Logging.hpp"
 
@@ -80,27 +80,41 @@ AttributeT convertAdditionalInfo(const AlarmData& alarm, MemoryT& memory)
     return {YALT_MO_ATTRIBUTE_STRUCT, count, values};
 }
 
-const std::unordered_map<std::string_view, ReaderT>& readers()
+struct Attribute {
+    std::string_view name;
+    ReaderT read;
+};
+
+const Attribute attributes[] = {
+    {"fmAlarmId", [](const AlarmData& a, MemoryT& m) { return madeText(std::to_string(a.alarmId), m); }},
+    {"source", [](const AlarmData& a, MemoryT& m) { return text(a.dn, m); }},
+    {"lastEventTime", [](const AlarmData& a, MemoryT& m) { return madeText(a.getEventTimeStr(), m); }},
+    {"sequenceNumber", &sequenceNumber},
+    {"activeSeverity", [](const AlarmData& a, MemoryT& m) { return enumeration(convertSeverity(a.severity), m); }},
+    {"additionalText", [](const AlarmData& a, MemoryT& m) { return text(a.additionalText, m); }},
+    {"majorType", [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.majorType, m); }},
+    {"minorType", [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.minorType, m); }},
+    {"specificProblem", [](const AlarmData& a, MemoryT& m) { return text(a.specificProblem, m); }},
+    {"probableCause",
+     [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.probableCause, m); }},
+    {"additionalInfo", &convertAdditionalInfo},
+    {"originalSeverity",
+     [](const AlarmData& a, MemoryT& m) { return enumeration(convertSeverity(a.originalSeverity), m); }},
+    {"originalAdditionalText", [](const AlarmData& a, MemoryT& m) { return text(a.originalAdditionalText, m); }},
+    {"originalEventTime", [](const AlarmData& a, MemoryT& m) { return madeText(a.getOriginalEventTimeStr(), m); }},
+    {"eventType", [](const AlarmData& a, MemoryT& m) { return enumeration(a.eventType, m); }}};
+
+/// Whoever reads several attributes mostly asks for them in the same order: the search begins behind the latest one.
+const Attribute* find(std::string_view name)
 {
-    static const std::unordered_map<std::string_view, ReaderT> byName = {
-        {"fmAlarmId", [](const AlarmData& a, MemoryT& m) { return madeText(std::to_string(a.alarmId), m); }},
-        {"source", [](const AlarmData& a, MemoryT& m) { return text(a.dn, m); }},
-        {"lastEventTime", [](const AlarmData& a, MemoryT& m) { return madeText(a.getEventTimeStr(), m); }},
-        {"sequenceNumber", &sequenceNumber},
-        {"activeSeverity", [](const AlarmData& a, MemoryT& m) { return enumeration(convertSeverity(a.severity), m); }},
-        {"additionalText", [](const AlarmData& a, MemoryT& m) { return text(a.additionalText, m); }},
-        {"majorType", [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.majorType, m); }},
-        {"minorType", [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.minorType, m); }},
-        {"specificProblem", [](const AlarmData& a, MemoryT& m) { return text(a.specificProblem, m); }},
-        {"probableCause",
-         [](const AlarmData& a, MemoryT& m) { return number(YALT_MO_ATTRIBUTE_UINT32, a.probableCause, m); }},
-        {"additionalInfo", &convertAdditionalInfo},
-        {"originalSeverity",
-         [](const AlarmData& a, MemoryT& m) { return enumeration(convertSeverity(a.originalSeverity), m); }},
-        {"originalAdditionalText", [](const AlarmData& a, MemoryT& m) { return text(a.originalAdditionalText, m); }},
-        {"originalEventTime", [](const AlarmData& a, MemoryT& m) { return madeText(a.getOriginalEventTimeStr(), m); }},
-        {"eventType", [](const AlarmData& a, MemoryT& m) { return enumeration(a.eventType, m); }}};
-    return byName;
+    thread_local std::size_t latest = 0;
+    for (std::size_t i = 0; i < std::size(attributes); ++i) {
+        latest = latest + 1 < std::size(attributes) ? latest + 1 : 0;
+        if (attributes[latest].name == name) {
+            return &attributes[latest];
+        }
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -108,11 +122,11 @@ const std::unordered_map<std::string_view, ReaderT>& readers()
 bool read(const AlarmData& alarm, const char* attributeName, Zorv::AutoMemory& memory,
           YaltOamSpiMoAttribute_3T& attribute)
 {
-    const auto reader = readers().find(attributeName);
-    if (reader == readers().end()) {
+    const Attribute* const found = find(attributeName);
+    if (found == nullptr) {
         return false;
     }
-    attribute = reader->second(alarm, memory);
+    attribute = found->read(alarm, memory);
     return true;
 }
 

@@ -94,7 +94,7 @@ void FmAlarmHandler::handleAlarmNotifRaise(AlarmData& data)
 void FmAlarmHandler::raiseTickSave(Alarm& alarm)
 {
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.raise();
     }
     tickAlarm(alarm, Timer::getTimeNowNano());
@@ -107,7 +107,7 @@ void FmAlarmHandler::handleAlarmNotifClear(AlarmData& data)
     alarmList.findAlarms(data, alarms);
     for (Alarm* alarm : alarms) {
         {
-            const AlarmList::Lock lock(alarmList);
+            const AlarmList::Lock lock(alarmList, *alarm);
             takeClear(data, *alarm);
             alarm->clear();
         }
@@ -144,7 +144,7 @@ void FmAlarmHandler::handleAlarmNotifUpdate(AlarmData& data, Alarm& alarm)
     if (alarm.isToggling()) {
         ZORV_TRACE("Update on toggling alarm, ignoring alarm: %s", data.toString().c_str());
     } else if (!alarm.isVisibleInNbi()) {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.init(data);
         alarmList.assignAlarmId(alarm);
     } else if (hasEqualContents(data, alarm)) {
@@ -162,7 +162,7 @@ void FmAlarmHandler::updateContents(AlarmData& data, Alarm& alarm)
     traceContents(data, alarm);
     const std::int32_t previousSeverity = alarm.severity;
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.eventTime = data.eventTime;
         alarm.severity = data.severity;
         alarm.setAdditionalText(data.getAdditionalText());
@@ -175,7 +175,7 @@ void FmAlarmHandler::tickAlarm(Alarm& alarm, std::uint64_t now)
 {
     int result = ALARM_UNCHANGED;
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         result = alarm.tick(now);
     }
     switch (result) {
@@ -204,14 +204,14 @@ void FmAlarmHandler::endAlarm(Alarm& alarm)
 {
     const std::int32_t previousSeverity = alarm.severity;
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.severity = YALT_FM_SEVERITY_CLEARED;
         alarm.eventTime = alarm.clearEventTime;
         alarm.setAdditionalText(alarm.getAdditionalTextForClear());
     }
     reportAlarm(alarm, previousSeverity);
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.seqNo = 0;
         alarm.originalSeqNo = 0;
         alarm.originalEventTime = 0;
@@ -231,7 +231,7 @@ void FmAlarmHandler::reportAlarm(Alarm& alarm, std::int32_t previousSeverity)
     }
     ZORV_NOTICE("Suppressing alarm: %s", report.toString().c_str());
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.seqNo = 0;
     }
     takePendingFromStatus();
@@ -242,7 +242,7 @@ void FmAlarmHandler::sendAlarm(Alarm& alarm, AlarmData& report)
 {
     const std::uint64_t seqNo = status.getNextStatefulSeqNo();
     {
-        const AlarmList::Lock lock(alarmList);
+        const AlarmList::Lock lock(alarmList, alarm);
         alarm.seqNo = seqNo;
         if (alarm.originalSeqNo == 0) {
             alarm.originalSeqNo = seqNo;

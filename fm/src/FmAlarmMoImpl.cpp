@@ -1,6 +1,7 @@
 #include "FmAlarmMoImpl.hpp"
 
 #include <cstring>
+#include <optional>
 
 #include "FmAlarmAttributes.hpp"
 #include "Logging.hpp"
@@ -137,12 +138,11 @@ YaltReturnT FmAlarmMoImpl::nextMo(std::uint64_t iteratorId, const char** name)
         ZORV_ERROR("RPC (%s) call failed: Iterator has no matching transaction", "nextMo");
         return ZORV_RETURN_FAILED;
     }
-    const std::vector<AlarmData>& alarms = snapshot->second->getAlarms();
+    const AlarmSnapshot& alarms = *snapshot->second;
     if (place.position >= alarms.size()) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    const AlarmData& alarm = alarms[place.position++];
-    *name = resultMemory[place.txHandle].strdup(namePrefix + std::to_string(alarm.alarmId));
+    *name = resultMemory[place.txHandle].strdup(namePrefix + std::to_string(alarms.getAlarmId(place.position++)));
     return ZORV_RETURN_OK;
 }
 
@@ -183,13 +183,16 @@ const AlarmData* FmAlarmMoImpl::lookupAlarm(unsigned long txHandle, const char* 
 }
 
 /// The caller holds the mutex.
-YaltReturnT FmAlarmMoImpl::read(unsigned long txHandle, const char* dn, const char* attributeName,
-                                YaltOamSpiMoAttribute_3T& attribute)
+FmAlarmMoImpl::Reading FmAlarmMoImpl::beginReading(unsigned long txHandle, const char* dn)
 {
-    ZORV_TRACE(" >> '%lu', '%s', '%s'", txHandle, dn, attributeName);
+    return {txHandle, dn, lookupAlarm(txHandle, dn), resultMemory[txHandle]};
+}
+
+YaltReturnT FmAlarmMoImpl::read(const Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute)
+{
+    ZORV_TRACE(" >> '%lu', '%s', '%s'", from.txHandle, from.dn, attributeName);
     YaltReturnT result = ZORV_RETURN_NOT_FOUND;
-    const AlarmData* alarm = lookupAlarm(txHandle, dn);
-    if (alarm != nullptr && FmAlarmAttributes::read(*alarm, attributeName, resultMemory[txHandle], attribute)) {
+    if (from.alarm != nullptr && FmAlarmAttributes::read(*from.alarm, attributeName, from.memory, attribute)) {
         result = ZORV_RETURN_OK;
     }
     ZORV_TRACE(" << Retval: %s", std::to_string(result).c_str());
@@ -201,9 +204,10 @@ YaltReturnT FmAlarmMoImpl::getMoAttribute(unsigned long txHandle, const char* dn
 {
     const Poco::FastMutex::ScopedLock lock(mutex);
     YaltOamSpiMoAttribute_3T attribute{};
-    const YaltReturnT code = read(txHandle, dn, attributeName, attribute);
+    const Reading from = beginReading(txHandle, dn);
+    const YaltReturnT code = read(from, attributeName, attribute);
     if (code == ZORV_RETURN_OK) {
-        auto* kept = resultMemory[txHandle].allocateArray<YaltOamSpiMoAttribute_3T>(1);
+        auto* kept = from.memory.allocateArray<YaltOamSpiMoAttribute_3T>(1);
         *kept = attribute;
         *result = {kept, &releaseAttribute};
     }
@@ -219,8 +223,9 @@ YaltReturnT FmAlarmMoImpl::getMoAttributes(unsigned long txHandle, const char* d
         ++count;
     }
     auto* attributes = resultMemory[txHandle].allocateArray<YaltOamSpiMoAttribute_3T>(count);
+    const std::optional<Reading> from = count == 0 ? std::nullopt : std::optional(beginReading(txHandle, dn));
     for (std::uint32_t i = 0; i < count; ++i) {
-        const YaltReturnT code = read(txHandle, dn, attributeNames[i], attributes[i]);
+        const YaltReturnT code = read(*from, attributeNames[i], attributes[i]);
         if (code != ZORV_RETURN_OK) {
             return code;
         }

@@ -65,10 +65,18 @@ private:
         std::size_t position;  // of the next alarm in the transaction's snapshot
     };
 
+    /// One alarm, of which attributes are read.
+    struct Reading {
+        unsigned long txHandle;
+        const char* dn;
+        const AlarmData* alarm;  // null when there is none
+        Zorv::AutoMemory& memory;
+    };
+
     const AlarmSnapshot& snapshotOf(unsigned long txHandle);
     const AlarmData* lookupAlarm(unsigned long txHandle, const char* dn);
-    YaltReturnT read(unsigned long txHandle, const char* dn, const char* attributeName,
-                     YaltOamSpiMoAttribute_3T& attribute);
+    Reading beginReading(unsigned long txHandle, const char* dn);
+    static YaltReturnT read(const Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute);
     void drop(unsigned long txHandle);
 
     Poco::FastMutex mutex;

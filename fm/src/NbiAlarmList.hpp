@@ -3,12 +3,12 @@
 /// At most one list lives at a time; it is reached through the class.
 ///
 /// Threads:   getAlarms from any thread; the list comes and goes with the component.
-/// Failure:   without a list the result stays as it is.
+/// Failure:   without a list there are no alarms: getAlarms leaves the result as it is.
 #pragma once
 
 #include <vector>
 
-#include "AlarmData.hpp"
+#include "AlarmView.hpp"
 
 namespace ZorvFm {
 
@@ -22,6 +22,24 @@ public:
 
     /// Copies of all alarms that are visible northbound, in the order of the list.
     virtual void getNbiAlarms(std::vector<AlarmData>& alarms) = 0;
+
+    /// The same alarms, shared with the list and with earlier readers as far as nothing has changed.
+    virtual std::vector<AlarmChunkT> shareNbiAlarms()
+    {
+        std::vector<AlarmData> alarms;
+        getNbiAlarms(alarms);
+        AlarmView view;
+        std::uint64_t position = 0;
+        for (const AlarmData& alarm : alarms) {
+            view.put(++position, alarm);
+        }
+        return view.take();
+    }
+
+    static std::vector<AlarmChunkT> shareAlarms()
+    {
+        return _theOne == nullptr ? std::vector<AlarmChunkT>() : _theOne->shareNbiAlarms();
+    }
 
     static void getAlarms(std::vector<AlarmData>& alarms)
     {

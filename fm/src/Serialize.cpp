@@ -2,6 +2,7 @@
 
 #include <Poco/Base64Decoder.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <iterator>
@@ -35,19 +36,36 @@ constexpr std::array<std::uint8_t, 256> makeValues()
 
 constexpr std::array<std::uint8_t, 256> valueOf = makeValues();
 
-std::uint32_t byteAt(std::string_view bytes, std::size_t position)
+std::uint32_t bitsOf(char byte)
 {
-    return position < bytes.size() ? static_cast<unsigned char>(bytes[position]) : 0U;
+    return static_cast<unsigned char>(byte);
 }
 
-/// Up to three bytes as four characters.
-void appendGroup(std::string& text, std::string_view bytes)
+/// Three bytes as four characters. @return behind them
+char* encodeGroup(char* place, std::uint32_t bits)
 {
-    const std::uint32_t bits = byteAt(bytes, 0) << 16U | byteAt(bytes, 1) << 8U | byteAt(bytes, 2);
-    const char group[] = {alphabet[bits >> 18U], alphabet[bits >> 12U & 63U],
-                          bytes.size() > 1 ? alphabet[bits >> 6U & 63U] : padding,
-                          bytes.size() > 2 ? alphabet[bits & 63U] : padding};
-    text.append(group, sizeof(group));
+    place[0] = alphabet[bits >> 18U];
+    place[1] = alphabet[bits >> 12U & 63U];
+    place[2] = alphabet[bits >> 6U & 63U];
+    place[3] = alphabet[bits & 63U];
+    return place + 4;
+}
+
+/// At most a line, without its end. @return behind it
+char* encodeLine(char* place, std::string_view bytes)
+{
+    std::size_t i = 0;
+    for (; i + 3 <= bytes.size(); i += 3) {
+        place = encodeGroup(place, bitsOf(bytes[i]) << 16U | bitsOf(bytes[i + 1]) << 8U | bitsOf(bytes[i + 2]));
+    }
+    if (i == bytes.size()) {
+        return place;
+    }
+    const bool areTwo = i + 2 == bytes.size();
+    place = encodeGroup(place, bitsOf(bytes[i]) << 16U | (areTwo ? bitsOf(bytes[i + 1]) << 8U : 0U));
+    place[-1] = padding;
+    place[-2] = areTwo ? place[-2] : padding;
+    return place;
 }
 
 /// The text that the encoder writes, and nothing else: whole groups, with line breaks between them.
@@ -104,16 +122,14 @@ bool isShortNumber(std::string_view text)
 
 void appendBase64(std::string& text, std::string_view bytes)
 {
-    while (!bytes.empty()) {
-        const std::string_view line = bytes.substr(0, bytesOfLine);
-        for (std::size_t i = 0; i < line.size(); i += 3) {
-            appendGroup(text, line.substr(i, 3));
-        }
-        if (line.size() == bytesOfLine) {
-            text.append(lineBreak);
-        }
-        bytes.remove_prefix(line.size());
+    const std::size_t begin = text.size();
+    text.resize(begin + (bytes.size() + 2) / 3 * 4 + bytes.size() / bytesOfLine * lineBreak.size());
+    char* place = text.data() + begin;
+    for (; bytes.size() >= bytesOfLine; bytes.remove_prefix(bytesOfLine)) {
+        place = encodeLine(place, bytes.substr(0, bytesOfLine));
+        place = std::copy(lineBreak.begin(), lineBreak.end(), place);
     }
+    encodeLine(place, bytes);
 }
 
 std::string toBase64(std::string_view bytes)

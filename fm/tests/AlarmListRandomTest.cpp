@@ -51,7 +51,7 @@ protected:
 
     void change(Alarm& alarm)
     {
-        const AlarmList::Lock lock(list);
+        const AlarmList::Lock lock(list, alarm);
         switch (dice.roll(3)) {
         case 0:
             alarm.raise();
@@ -191,6 +191,31 @@ protected:
         }
     }
 
+    /// What a reader shares is what is visible now; what an earlier one shares stays as it was.
+    void compareShared()
+    {
+        if (dice.roll(4) == 0) {
+            const auto shared = list.shareNbiAlarms();
+            ASSERT_EQ(textsOf(visibleAlarms()), textsOf(alarmsIn(shared)));
+            readers.emplace_back(shared, textsOf(visibleAlarms()));
+        }
+        if (readers.size() > 5) {
+            readers.erase(readers.begin() + static_cast<std::ptrdiff_t>(dice.roll(readers.size())));
+        }
+        for (const auto& [shared, texts] : readers) {
+            ASSERT_EQ(texts, textsOf(alarmsIn(shared)));
+        }
+    }
+
+    static std::vector<std::string> textsOf(const std::vector<AlarmData>& alarms)
+    {
+        std::vector<std::string> texts;
+        for (const AlarmData& alarm : alarms) {
+            texts.push_back(allFields(alarm));
+        }
+        return texts;
+    }
+
     void compareStore() const
     {
         std::vector<std::string> texts;
@@ -204,6 +229,7 @@ protected:
     std::vector<Alarm*> plain;
     std::vector<Item> store;
     std::uint64_t lastId = 0;
+    std::vector<std::pair<std::vector<AlarmChunkT>, std::vector<std::string>>> readers;  // and what they saw
 };
 
 TEST_F(AlarmListRandomTest, answersLikeAPlainList)
@@ -213,6 +239,7 @@ TEST_F(AlarmListRandomTest, answersLikeAPlainList)
         ASSERT_NO_FATAL_FAILURE(step());
         ASSERT_NO_FATAL_FAILURE(compareSearches());
         ASSERT_NO_FATAL_FAILURE(compareLists());
+        ASSERT_NO_FATAL_FAILURE(compareShared());
         ASSERT_NO_FATAL_FAILURE(compareStore());
     }
 }

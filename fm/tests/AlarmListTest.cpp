@@ -430,8 +430,9 @@ TEST_F(AlarmListTest, invisibleAlarmsAreTraced)
 
 TEST_F(AlarmListTest, whoHoldsTheListMayUseIt)
 {
-    const AlarmList::Lock lock(list);
     Alarm* alarm = savedAlarm(anAlarm("A"));
+    const AlarmList::Lock lock(list, *alarm);
+    list.saveAlarm(*alarm);
 
     EXPECT_EQ(alarm, list.findAlarm(anAlarm("A")));
     EXPECT_EQ(0, list.deleteAlarm(*alarm));
@@ -446,12 +447,15 @@ TEST_F(AlarmListTest, readersMayLookWhileAlarmsComeAndGo)
             for (const AlarmData& alarm : visibleAlarms()) {
                 EXPECT_EQ("A", alarm.dn);
             }
+            for (const AlarmData& alarm : sharedAlarms()) {
+                EXPECT_EQ("A", alarm.dn);
+            }
         }
     });
     for (int i = 0; i < 200; ++i) {
         Alarm* alarm = list.createAlarm(anAlarm("A"));
         {
-            const AlarmList::Lock lock(list);
+            const AlarmList::Lock lock(list, *alarm);
             alarm->raise();
             alarm->tick(0);
         }

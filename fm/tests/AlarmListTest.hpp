@@ -58,6 +58,20 @@ protected:
         return alarms;
     }
 
+    static std::vector<AlarmData> alarmsIn(const std::vector<AlarmChunkT>& chunks)
+    {
+        std::vector<AlarmData> alarms;
+        for (const AlarmChunkT& chunk : chunks) {
+            for (const ShownAlarm& shown : *chunk) {
+                EXPECT_EQ(shown.alarmId, shown.data->alarmId);
+                alarms.push_back(*shown.data);
+            }
+        }
+        return alarms;
+    }
+
+    static std::vector<AlarmData> sharedAlarms() { return alarmsIn(NbiAlarmList::shareAlarms()); }
+
     /// The texts of the stored alarms.
     std::vector<std::string> items() const { return middleware.lists.items("FmActiveAlarmList2"); }
 

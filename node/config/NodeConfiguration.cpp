@@ -188,7 +188,6 @@ private:
                 }
             });
         }
-        configuration.inboxBound = std::min(configuration.inboxBound, configuration.queueBound);
         configuration.api.batchBound = std::min(configuration.api.batchBound, configuration.inboxBound);
     }
 

@@ -35,7 +35,7 @@ struct NodeConfiguration {
     std::map<std::string, std::int32_t> traceLevels;  ///< by group
     std::size_t queueBound = 10000;
     std::size_t consumerBound = 256;
-    std::size_t inboxBound = 10000;  ///< at most queueBound
+    std::size_t inboxBound = 100000;
     std::size_t listBound = 64;
     std::size_t itemBound = 100000;
     StoreSettings store;

@@ -63,10 +63,10 @@ NotificationInbox::NotificationT asSentAgain(const NotificationInbox::Entry& ent
 
 }  // namespace
 
-FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, std::size_t inboxBound, Database* database,
+FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, const InboxBounds& inboxBounds, Database* database,
                                            const LogSinkT& logSink)
     : router(eventRouter),
-      bound(inboxBound),
+      bounds(inboxBounds),
       inbox(database, logSink)
 {
     router.registerProducer(std::shared_ptr<RouterProducer>(std::shared_ptr<void>(), this), handle);
@@ -96,40 +96,48 @@ bool FmNotificationSource::publish(std::vector<FmNotification> notifications, co
         return inbox.isRecorded();
     }
     requireRoom(published.size());
-    const auto first = inbox.append(published, id);
-    statistics.accepted += published.size();
-    if (!held) {
-        sendFrom(first);
+    const bool wasEmpty = inbox.getEntries().empty();
+    inbox.append(published, id);
+    if (wasEmpty && filled) {
+        filled();
     }
+    statistics.accepted += published.size();
+    sendWaiting();
     return inbox.isRecorded();
 }
 
 void FmNotificationSource::requireRoom(std::size_t coming)
 {
     const std::size_t present = inbox.getEntries().size();
-    if (present + coming <= bound) {
+    if (present + coming <= bounds.kept) {
         return;
     }
     ++statistics.busy;
-    const std::size_t waiting = inbox.getNumberWaiting();
+    const std::size_t waiting = numberWaiting();
     throw SourceBusy((waiting > 0 ? std::to_string(waiting) + " notifications wait for a component that takes them"
                                   : std::to_string(present) + " notifications are not known to be handled yet") +
-                     ", and the node keeps " + std::to_string(bound) + "; try again");
+                     ", and the node keeps " + std::to_string(bounds.kept) + "; try again");
 }
 
-/// Sends the entries that were not sent yet to those who take them.
-void FmNotificationSource::sendFrom(EntriesT::iterator first)
+/// Sends the entries that were not sent yet to those who take them, as many as they may have at a time.
+void FmNotificationSource::sendWaiting()
 {
-    for (auto entry = first; entry != inbox.getEntries().end(); ++entry) {
-        const auto notification = entry->second.notification;
-        if (entry->second.isSent) {
-            continue;
+    const bool isTaken = !held && hasNotificationSubscriber();
+    for (auto entry = inbox.firstWaiting();
+         isTaken && entry != inbox.getEntries().end() && inbox.getNumberSent() < bounds.sent; ++entry) {
+        if (!entry->second.isSent) {
+            send(entry->first, entry->second);
         }
-        for (const Subscriber& subscriber : subscribers) {
-            if (subscriber.eventType == notification->eventType()) {
-                notify(subscriber, notification, notification->value(), entry->first);
-                inbox.markSent(entry->second);
-            }
+    }
+}
+
+void FmNotificationSource::send(std::uint64_t number, NotificationInbox::Entry& entry)
+{
+    const auto notification = asSentAgain(entry);
+    for (const Subscriber& subscriber : subscribers) {
+        if (number >= subscriber.from && subscriber.eventType == notification->eventType()) {
+            notify(subscriber, notification, notification->value(), number);
+            inbox.markSent(entry);
         }
     }
 }
@@ -160,27 +168,36 @@ void FmNotificationSource::release()
 {
     const LockT lock(mutex);
     held = false;
-    sendFrom(inbox.getEntries().begin());
+    sendWaiting();
 }
 
-std::uint64_t FmNotificationSource::getLastTaken()
+FmNotificationSource::Taken FmNotificationSource::getLastTaken()
 {
     const LockT lock(mutex);
-    return lastTaken();
+    return {lastTaken(), life};
 }
 
-void FmNotificationSource::noteHandled(std::uint64_t number)
+void FmNotificationSource::noteHandled(const Taken& handled)
 {
     const LockT lock(mutex);
-    inbox.trim(std::min(number, lastTaken()));
+    if (handled.life == life) {
+        inbox.trim(std::min(handled.number, lastTaken()));
+        sendWaiting();
+    }
 }
 
-void FmNotificationSource::noteOrderlyEnd(std::uint64_t number)
+void FmNotificationSource::noteOrderlyEnd(const Taken& handled)
 {
     const LockT lock(mutex);
     if (!hasNotificationSubscriber()) {
-        inbox.trim(number);
+        inbox.trim(handled.number);
     }
+}
+
+void FmNotificationSource::whenFilled(std::function<void()> call)
+{
+    const LockT lock(mutex);
+    filled = std::move(call);
 }
 
 bool FmNotificationSource::hasNotificationSubscriber() const
@@ -194,25 +211,17 @@ void FmNotificationSource::noteLeft()
 {
     if (!hasNotificationSubscriber()) {
         inbox.markAllWaiting();
+        ++life;
     }
 }
 
 /// Everything up to this entry was sent, and its consumers have taken it.
 std::uint64_t FmNotificationSource::lastTaken()
 {
-    std::uint64_t last = inbox.getLastNumber();
-    const EntriesT& entries = inbox.getEntries();
-    if (inbox.getNumberWaiting() > 0) {
-        last =
-            std::find_if(entries.begin(), entries.end(), [](const auto& it) { return !it.second.isSent; })->first - 1;
-    }
+    const auto waiting = inbox.firstWaiting();
+    const std::uint64_t last = waiting == inbox.getEntries().end() ? inbox.getLastNumber() : waiting->first - 1;
     const LockT lock(wayMutex);
-    for (const auto& [value, way] : onTheirWay) {
-        if (way.number != 0) {
-            last = std::min(last, way.number - 1);
-        }
-    }
-    return last;
+    return numbersOnTheirWay.empty() ? last : std::min(last, numbersOnTheirWay.begin()->first - 1);
 }
 
 void FmNotificationSource::catchUp()
@@ -230,7 +239,13 @@ std::size_t FmNotificationSource::getNumberInInbox()
 std::size_t FmNotificationSource::getNumberWaiting()
 {
     const LockT lock(mutex);
-    return inbox.getNumberWaiting();
+    return numberWaiting();
+}
+
+/// What waits until there is room again has somebody who takes it.
+std::size_t FmNotificationSource::numberWaiting() const
+{
+    return hasNotificationSubscriber() && inbox.getNumberSent() >= bounds.sent ? 0 : inbox.getNumberWaiting();
 }
 
 // --- for the router
@@ -241,10 +256,12 @@ ZorvReturnT FmNotificationSource::addFilter(unsigned long consumerId, const char
     if (!readTimeFilter(eventType, filter, lastHandled)) {
         return ZORV_RETURN_FAILED;
     }
-    Subscriber subscriber{consumerId, eventType, filter};
+    Subscriber subscriber{consumerId, eventType, filter, 0};
     const LockT lock(mutex);
     if (*filter != nullptr) {
         sendInbox(subscriber, lastHandled);
+    } else {
+        subscriber.from = inbox.getLastNumber() + 1;
     }
     subscribers.push_back(std::move(subscriber));
     return ZORV_RETURN_OK;
@@ -270,7 +287,7 @@ void FmNotificationSource::sendInbox(const Subscriber& subscriber, std::uint64_t
         }
     });
     for (auto entry = begin; entry != entries.end(); ++entry) {
-        if (isOfItsType(entry->second)) {
+        if (isOfItsType(entry->second) && (entry->second.isSent || inbox.getNumberSent() < bounds.sent)) {
             const auto notification = asSentAgain(entry->second);
             notify(subscriber, notification, notification->value(), entry->first);
             inbox.markSent(entry->second);
@@ -307,6 +324,9 @@ void FmNotificationSource::notify(const Subscriber& subscriber, std::shared_ptr<
         way.keeper = std::move(keeper);
         way.number = number;
         ++way.deliveries;
+        if (number != 0) {
+            ++numbersOnTheirWay[number];
+        }
     }
     if (router.notify(handle, subscriber.consumerId, subscriber.eventType.c_str(), subscriber.filter, value) !=
         ZORV_RETURN_OK) {
@@ -320,6 +340,10 @@ ZorvReturnT FmNotificationSource::doneWithValue(const char* /*eventType*/, void*
     const auto found = onTheirWay.find(value);
     if (found == onTheirWay.end()) {
         return ZORV_RETURN_NOT_FOUND;
+    }
+    const auto number = numbersOnTheirWay.find(found->second.number);
+    if (number != numbersOnTheirWay.end() && --number->second == 0) {
+        numbersOnTheirWay.erase(number);
     }
     if (--found->second.deliveries == 0) {
         onTheirWay.erase(found);

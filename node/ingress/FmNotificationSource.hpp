@@ -8,6 +8,9 @@
 /// any more would clear all alarms whose DN contains this one. For the same reason a clear of one alarm that was sent
 /// before comes again as the pattern of that one DN. A subscriber without a time is sent new ones only.
 ///
+/// What alarm handling has not handled yet is bounded too: the rest of the inbox is sent when it has. So its batches stay
+/// small, and a burst does not keep it from its heartbeats.
+///
 /// An inbox that is full takes nothing more, until what is in it is handled.
 ///
 /// Threads:   any; publication and subscription exclude each other.
@@ -16,7 +19,9 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <list>
+#include <map>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -38,10 +43,15 @@ struct SourceStatistics {
     std::atomic<std::uint64_t> repeated{0};   ///< publications that were accepted before
 };
 
+struct InboxBounds {
+    std::size_t kept;          ///< entries
+    std::size_t sent = 10000;  ///< of them sent and not known to be handled; at most what a consumer's queue takes
+};
+
 class FmNotificationSource : public RouterProducer {
 public:
-    /// @param inboxBound at most what a consumer's queue takes.
-    FmNotificationSource(EventRouter& eventRouter, std::size_t inboxBound, Database* database, const LogSinkT& logSink);
+    FmNotificationSource(EventRouter& eventRouter, const InboxBounds& inboxBounds, Database* database,
+                         const LogSinkT& logSink);
     ~FmNotificationSource() override;
 
     FmNotificationSource(const FmNotificationSource&) = delete;
@@ -59,20 +69,30 @@ public:
     void hold();
     void release();
 
-    /// The last entry of those that their consumers have taken, like all before them.
-    std::uint64_t getLastTaken();
+    /// Entries that consumers have taken, and which consumers: those of one life of the alarm handling.
+    struct Taken {
+        std::uint64_t number = 0;  ///< of the last one; all before it are taken too
+        std::uint64_t life = 0;
+    };
 
-    /// What was taken up to this entry is handled, and leaves the inbox. What waits again meanwhile stays.
-    void noteHandled(std::uint64_t number);
+    Taken getLastTaken();
+
+    /// What these consumers have taken up to this entry is handled, and leaves the inbox. After they have left it stays.
+    void noteHandled(const Taken& handled);
 
     /// The alarm handling has ended in order: what its consumers had taken up to this entry is handled. When they left
     /// without that, all of it waits for the next ones.
-    void noteOrderlyEnd(std::uint64_t number);
+    void noteOrderlyEnd(const Taken& handled);
+
+    /// Called whenever something comes into the empty inbox, on the thread that brings it: it must not wait for anything.
+    void whenFilled(std::function<void()> call);
 
     /// Records what could not be recorded when it was accepted, if there is anything.
     void catchUp();
 
     std::size_t getNumberInInbox();
+
+    /// Those that nobody takes.
     std::size_t getNumberWaiting();
     const SourceStatistics& getStatistics() const { return statistics; }
 
@@ -88,6 +108,7 @@ private:
         unsigned long consumerId;
         std::string eventType;
         YaltNameValuePair** filter;  // the router's
+        std::uint64_t from;          // the first entry that is meant for it
     };
 
     struct OnItsWay {
@@ -97,7 +118,9 @@ private:
     };
 
     void requireRoom(std::size_t coming);
-    void sendFrom(EntriesT::iterator first);
+    void sendWaiting();
+    void send(std::uint64_t number, NotificationInbox::Entry& entry);
+    std::size_t numberWaiting() const;
     void sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled);
     void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value, std::uint64_t number);
     std::uint64_t lastTaken();
@@ -105,7 +128,7 @@ private:
     void noteLeft();
 
     EventRouter& router;
-    const std::size_t bound;
+    const InboxBounds bounds;
     std::uint32_t handle = 0;
     SourceStatistics statistics;
     std::atomic<bool> suppressed{false};
@@ -114,9 +137,12 @@ private:
     NotificationInbox inbox;            // guarded by mutex
     std::list<Subscriber> subscribers;  // guarded by mutex
     bool held = false;                  // guarded by mutex
+    std::uint64_t life = 0;             // guarded by mutex; grows when the last consumer leaves
+    std::function<void()> filled;       // guarded by mutex
 
-    std::mutex wayMutex;                             // taken after mutex
-    std::unordered_map<void*, OnItsWay> onTheirWay;  // guarded by wayMutex; by value
+    std::mutex wayMutex;                                  // taken after mutex
+    std::unordered_map<void*, OnItsWay> onTheirWay;       // guarded by wayMutex; by value
+    std::map<std::uint64_t, unsigned> numbersOnTheirWay;  // guarded by wayMutex; entries, each with its deliveries
 };
 
 }  // namespace ZorvNode

@@ -1,20 +1,27 @@
 #include "ingress/InboxKeeper.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace ZorvNode {
 
-InboxKeeper::InboxKeeper(FmNotificationSource& notificationSource, std::function<std::uint64_t()> activity,
+InboxKeeper::InboxKeeper(FmNotificationSource& notificationSource, HandlingSigns handlingSigns,
                          const KeeperSettings& keeperSettings)
     : source(notificationSource),
-      getActivity(std::move(activity)),
-      settings(keeperSettings),
-      thread([this] { run(); })
+      signs(std::move(handlingSigns)),
+      settings(keeperSettings)
 {
+    source.whenFilled([this] {
+        const std::lock_guard<std::mutex> lock(mutex);
+        isFilled = true;
+        wake.notify_all();
+    });
+    thread = std::thread([this] { run(); });
 }
 
 InboxKeeper::~InboxKeeper()
 {
+    source.whenFilled({});
     {
         const std::lock_guard<std::mutex> lock(mutex);
         stopping = true;
@@ -25,32 +32,81 @@ InboxKeeper::~InboxKeeper()
 
 void InboxKeeper::run()
 {
-    std::uint64_t taken = 0;
-    std::uint64_t activity = getActivity();
-    while (pause(source.getNumberInInbox() > 0 ? settings.look : settings.idleLook)) {
-        const bool wasQuiet = getActivity() == activity;
-        if (wasQuiet && taken > 0 && (marks.empty() || marks.back().number < taken)) {
-            marks.push_back({taken, ClockT::now()});
+    while (awaitSomething()) {
+        activity = signs.activity();
+        quietSince = ClockT::now();
+        while (source.getNumberInInbox() > 0) {
+            mark();
+            if (!pause()) {
+                return;
+            }
+            noteQuiet();
+            noteHandled();
         }
-        noteHandled();
-        taken = source.getLastTaken();
-        activity = getActivity();
+        marks.clear();
+    }
+}
+
+/// False when it is time to end, here and below.
+bool InboxKeeper::awaitSomething()
+{
+    if (source.getNumberInInbox() > 0) {
+        return true;
+    }
+    std::unique_lock<std::mutex> lock(mutex);
+    wake.wait(lock, [this] { return stopping || isFilled; });
+    isFilled = false;
+    return !stopping;
+}
+
+bool InboxKeeper::pause()
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    return !wake.wait_for(lock, settings.look, [this] { return stopping; });
+}
+
+/// What is taken is asked for first: a commit in between counts as one before it.
+void InboxKeeper::mark()
+{
+    const auto taken = source.getLastTaken();
+    if (!marks.empty() && marks.back().taken.life != taken.life) {
+        marks.clear();
+    }
+    if (taken.number > (marks.empty() ? 0 : marks.back().taken.number)) {
+        marks.push_back({taken, ClockT::now(), signs.commits(), std::nullopt});
+    }
+}
+
+void InboxKeeper::noteQuiet()
+{
+    const auto now = ClockT::now();
+    const std::uint64_t before = std::exchange(activity, signs.activity());
+    if (activity != before) {
+        quietSince = now;
+    }
+    for (Mark& mark : marks) {
+        if (!mark.quietAt && now - std::max(mark.time, quietSince) >= settings.quiet) {
+            mark.quietAt = now;
+        }
     }
 }
 
 void InboxKeeper::noteHandled()
 {
-    while (!marks.empty() && ClockT::now() - marks.front().time >= settings.grace) {
-        source.noteHandled(marks.front().number);
-        marks.pop_front();
+    auto unhandled = marks.begin();
+    while (unhandled != marks.end() && isHandled(*unhandled)) {
+        ++unhandled;
+    }
+    if (unhandled != marks.begin()) {
+        source.noteHandled(std::prev(unhandled)->taken);
+        marks.erase(marks.begin(), unhandled);
     }
 }
 
-/// False when it is time to end.
-bool InboxKeeper::pause(std::chrono::milliseconds time)
+bool InboxKeeper::isHandled(const Mark& mark) const
 {
-    std::unique_lock<std::mutex> lock(mutex);
-    return !wake.wait_for(lock, time, [this] { return stopping; });
+    return signs.commits() >= mark.commits + settings.commits ||
+           (mark.quietAt && ClockT::now() - *mark.quietAt >= settings.grace);
 }
 
 }  // namespace ZorvNode

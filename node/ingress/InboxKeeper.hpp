@@ -1,10 +1,15 @@
 /// Finds out which notifications are handled, and has them leave the inbox.
 ///
-/// Alarm handling does not tell when it has handled a notification that its consumers have taken. But while it works, it
-/// works with the node's services: when these have been quiet for a moment after a notification was taken, it is handled.
-/// A second's grace is for a service that was only slow.
+/// Alarm handling does not tell when it has handled a notification that its consumers have taken. It takes what has come as
+/// one batch, and at the end of a batch in which it reported an alarm it commits the summary. Between two batches there may
+/// be one more commit, for what time has brought about. So the third commit after a notification was taken is behind the
+/// batch with this notification: it is handled.
 ///
-/// Threads:   one of its own, which looks ten times a second while there is something in the inbox, else once.
+/// A batch in which no alarm was reported commits nothing. But while alarm handling works, it works with the node's services:
+/// when these have been quiet for a moment after a notification was taken, it is handled. A second's grace is for a
+/// service that was only slow.
+///
+/// Threads:   one of its own, which sleeps while there is nothing in the inbox.
 /// Ownership: the source outlives it.
 #pragma once
 
@@ -13,22 +18,29 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "ingress/FmNotificationSource.hpp"
 
 namespace ZorvNode {
 
+/// What is to be seen of alarm handling: numbers that grow.
+struct HandlingSigns {
+    std::function<std::uint64_t()> activity;  ///< with everything that the services do
+    std::function<std::uint64_t()> commits;   ///< with each summary that was committed
+};
+
 struct KeeperSettings {
-    std::chrono::milliseconds look{100};
-    std::chrono::milliseconds idleLook{1000};
+    std::chrono::milliseconds look{20};
+    std::chrono::milliseconds quiet{100};
     std::chrono::milliseconds grace{1000};
+    unsigned commits = 3;
 };
 
 class InboxKeeper {
 public:
-    /// @param activity a number that grows with everything that the services do.
-    InboxKeeper(FmNotificationSource& notificationSource, std::function<std::uint64_t()> activity,
+    InboxKeeper(FmNotificationSource& notificationSource, HandlingSigns handlingSigns,
                 const KeeperSettings& keeperSettings = {});
     ~InboxKeeper();
 
@@ -38,22 +50,32 @@ public:
 private:
     using ClockT = std::chrono::steady_clock;
 
+    /// What was taken, and when.
     struct Mark {
-        std::uint64_t number;
+        FmNotificationSource::Taken taken;
         ClockT::time_point time;
+        std::uint64_t commits = 0;                  // there were before
+        std::optional<ClockT::time_point> quietAt;  // the services had been quiet since it was made
     };
 
     void run();
+    bool awaitSomething();
+    bool pause();
+    void mark();
+    void noteQuiet();
     void noteHandled();
-    bool pause(std::chrono::milliseconds time);
+    bool isHandled(const Mark& mark) const;
 
     FmNotificationSource& source;
-    const std::function<std::uint64_t()> getActivity;
+    const HandlingSigns signs;
     const KeeperSettings settings;
-    std::deque<Mark> marks;  // the thread's
+    std::deque<Mark> marks;         // the thread's
+    std::uint64_t activity = 0;     // the thread's; at its latest look
+    ClockT::time_point quietSince;  // the thread's
 
     std::mutex mutex;
     std::condition_variable wake;
+    bool isFilled = false;  // guarded by mutex
     bool stopping = false;  // guarded by mutex
     std::thread thread;     // last: it uses all of the above
 };

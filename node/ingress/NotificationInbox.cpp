@@ -133,8 +133,18 @@ void NotificationInbox::markSent(Entry& entry)
     }
 }
 
+NotificationInbox::EntriesT::iterator NotificationInbox::firstWaiting()
+{
+    auto entry = entries.upper_bound(sentUpTo);
+    for (; entry != entries.end() && entry->second.isSent; ++entry) {
+        sentUpTo = entry->first;
+    }
+    return entry;
+}
+
 void NotificationInbox::markAllWaiting()
 {
+    sentUpTo = 0;
     for (auto& [number, entry] : entries) {
         entry.isSent = false;
     }

@@ -47,8 +47,12 @@ public:
     /// Those to whom entries were sent have left: every entry waits again.
     void markAllWaiting();
 
-    /// Entries that were sent to nobody yet.
+    /// Entries that were sent to nobody yet, and the others.
     std::size_t getNumberWaiting() const { return waiting; }
+    std::size_t getNumberSent() const { return entries.size() - waiting; }
+
+    /// The first entry that was sent to nobody yet.
+    EntriesT::iterator firstWaiting();
 
     EntriesT& getEntries() { return entries; }
     std::uint64_t getLastNumber() const { return lastNumber; }
@@ -83,6 +87,7 @@ private:
     KnownClients clients;
     EntriesT entries;
     std::size_t waiting = 0;
+    std::uint64_t sentUpTo = 0;  // all entries up to this number were sent
     std::uint64_t lastNumber = 0;
     bool behind = false;  // of the entries
 };

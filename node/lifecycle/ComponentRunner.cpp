@@ -105,6 +105,7 @@ void ComponentRunner::requireInterfaces(InterfacePortal::ComponentT component) c
 void ComponentRunner::startOne(InterfacePortal::ComponentT component, ZorvStateChangeReason reason)
 {
     const CallResult result = contained([&] { return component->start(reason); });
+    portal.noteChange();
     const bool isStarted = !result.threw && result.code == ZORV_RETURN_OK;
     {
         const std::lock_guard<std::mutex> lock(mutex);
@@ -143,6 +144,7 @@ void ComponentRunner::stopAll(ZorvStateChangeReason reason)
 void ComponentRunner::stopOne(InterfacePortal::ComponentT component, ZorvStateChangeReason reason)
 {
     const CallResult result = contained([&] { return component->stop(reason); });
+    portal.noteChange();
     if (result.threw) {
         log(ZORV_LOG_ERROR, nameOf(component) + ": stop threw: " + result.text);
     } else if (result.code != ZORV_RETURN_OK) {

@@ -39,6 +39,7 @@ void InterfacePortal::provide(const std::string& component, const std::string& i
 {
     const LockT lock(mutex);
     services.push_back({component, interface, version, table});
+    noteChange();
 }
 
 ZorvReturnT InterfacePortal::registerComponent(ComponentT component)
@@ -55,6 +56,7 @@ ZorvReturnT InterfacePortal::registerComponent(ComponentT component)
         return ZORV_RETURN_EXISTS;
     }
     components.push_back(component);
+    noteChange();
     return ZORV_RETURN_OK;
 }
 
@@ -66,6 +68,7 @@ ZorvReturnT InterfacePortal::unregisterComponent(ComponentT component)
         return ZORV_RETURN_NOT_FOUND;
     }
     components.erase(found);
+    noteChange();
     return ZORV_RETURN_OK;
 }
 

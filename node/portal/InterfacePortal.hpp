@@ -5,6 +5,8 @@
 /// Failure:   return codes of ZorvReturn.h; a component that throws when asked provides nothing.
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -28,6 +30,12 @@ public:
     ZorvReturnT getInterface(const char* component, const char* interface, const char* version,
                              const void** table) const;
 
+    /// A component was started or stopped: it may offer other tables from now on.
+    void noteChange() { ++numberOfChanges; }
+
+    /// Grows whenever another answer of getInterface is possible.
+    std::uint64_t getNumberOfChanges() const { return numberOfChanges; }
+
     /// In the order in which they registered.
     std::vector<ComponentT> getComponents() const;
 
@@ -47,6 +55,7 @@ private:
         const ZorvMgmtSpiInterface_1* identity;
     };
 
+    std::atomic<std::uint64_t> numberOfChanges{0};
     mutable std::mutex mutex;
     std::vector<Service> services;          // guarded by mutex
     std::vector<ComponentT> components;     // guarded by mutex

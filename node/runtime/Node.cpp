@@ -40,7 +40,7 @@ Node::Node(const NodeConfiguration& nodeConfiguration, ModelFile modelFile)
             [this](std::int32_t level, const std::string& text) { log(level, text); }),
       router({nodeConfiguration.queueBound, nodeConfiguration.consumerBound},
              [this](std::int32_t level, const std::string& text) { log(level, text); }),
-      source(router, nodeConfiguration.inboxBound, state.getDatabase(),
+      source(router, {nodeConfiguration.inboxBound, nodeConfiguration.queueBound}, state.getDatabase(),
              [this](std::int32_t level, const std::string& text) { log(level, text); }),
       store(std::move(modelFile)),
       repository(store.snapshot().model),
@@ -59,13 +59,14 @@ Node::Node(const NodeConfiguration& nodeConfiguration, ModelFile modelFile)
       listTable(lists),
       portalTables(portal),
       runner(portal, [this](std::int32_t level, const std::string& text) { log(level, text); }),
-      keeper(source, [this] { return getActivity(); }),
+      keeper(source, {[this] { return getActivity(); }, [this] { return objects.getNumberOfWatchedCommits(); }}),
       storageWatch(storages(), [this](const Storage& storage, bool isFailing) { tellStorage(storage, isFailing); })
 {
     logs.whenLosing([this] { storageWatch.wake(); });
     if (state.getDatabase() != nullptr) {
         state.getDatabase()->whenFailing([this] { storageWatch.wake(); });
     }
+    objects.watch({"Fm", "lastSequenceNo"});
     provideServices();
     transactions.startTimer();
 }
@@ -147,7 +148,7 @@ void Node::stop()
     }
     source.hold();
     router.waitUntilIdle(longestDrain);  // a component that stops drops what still waits for its consumers
-    const std::uint64_t taken = source.getLastTaken();
+    const FmNotificationSource::Taken taken = source.getLastTaken();
     runner.stop(ZORV_STATE_CHANGE_DEACTIVATE);
     source.noteOrderlyEnd(taken);
     router.waitUntilIdle(longestDrain);
@@ -185,7 +186,7 @@ ComponentStatus Node::stopComponent(const std::string& name, ZorvStateChangeReas
 {
     const Held held(source);
     router.waitUntilIdle(longestDrain);
-    const std::uint64_t taken = source.getLastTaken();
+    const FmNotificationSource::Taken taken = source.getLastTaken();
     ComponentStatus stopped = runner.stop(name, reason);
     source.noteOrderlyEnd(taken);
     return stopped;

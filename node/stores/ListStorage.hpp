@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ZorvReturn.h"
@@ -42,27 +43,30 @@ public:
     virtual ~ListStorage() = default;
 
     /// -3 it exists, -10 too many lists, or too large items.
-    virtual ZorvReturnT create(const std::string& list, std::uint32_t itemSize) = 0;
+    virtual ZorvReturnT create(std::string_view list, std::uint32_t itemSize) = 0;
 
     /// -2 no such list; so does every operation below.
-    virtual ZorvReturnT remove(const std::string& list) = 0;
+    virtual ZorvReturnT remove(std::string_view list) = 0;
 
     /// Tells a list from another one that had the same name before; and the size of its items.
-    virtual ZorvReturnT describe(const std::string& list, std::uint64_t& identity, std::uint32_t& itemSize) = 0;
+    virtual ZorvReturnT describe(std::string_view list, std::uint64_t& identity, std::uint32_t& itemSize) = 0;
 
-    virtual ZorvReturnT isEmpty(const std::string& list, bool& empty) = 0;
+    virtual ZorvReturnT isEmpty(std::string_view list, bool& empty) = 0;
 
     /// data holds the list's item size. -10 the list is full.
-    virtual ZorvReturnT pushBack(const std::string& list, const void* data, std::uint64_t& number) = 0;
+    virtual ZorvReturnT pushBack(std::string_view list, const void* data, std::uint64_t& number) = 0;
 
     /// -2 no such item.
-    virtual ZorvReturnT erase(const std::string& list, std::uint64_t number) = 0;
+    virtual ZorvReturnT erase(std::string_view list, std::uint64_t number) = 0;
 
     /// -2 no such item.
-    virtual ZorvReturnT replace(const std::string& list, std::uint64_t number, const void* data) = 0;
+    virtual ZorvReturnT replace(std::string_view list, std::uint64_t number, const void* data) = 0;
 
     /// The first item whose number is at least the given one. -2 there is none.
-    virtual ZorvReturnT findFrom(const std::string& list, std::uint64_t number, ListItem& item) = 0;
+    virtual ZorvReturnT findFrom(std::string_view list, std::uint64_t number, ListItem& item) = 0;
+
+    /// The number of that item alone. -2 there is none.
+    virtual ZorvReturnT findNumberFrom(std::string_view list, std::uint64_t number, std::uint64_t& found) = 0;
 
     /// All lists, by name.
     virtual std::vector<ListDescription> describeAll() = 0;

@@ -1,6 +1,6 @@
 #include "stores/MemoryListStorage.hpp"
 
-#include <algorithm>
+#include <cstring>
 
 namespace ZorvNode {
 
@@ -10,16 +10,28 @@ using WriterT = std::lock_guard<std::mutex>;
 using ChangeT = std::lock_guard<std::shared_mutex>;
 using ReaderT = std::shared_lock<std::shared_mutex>;
 
-const std::uint8_t* bytes(const void* data)
+/// Without the zeros at the end. Eight bytes at a time: most items are zeros for the most part.
+std::size_t sizeWithoutZeros(const std::uint8_t* data, std::size_t size)
 {
-    return static_cast<const std::uint8_t*>(data);
+    std::uint64_t eight = 0;
+    while (size >= sizeof(eight)) {
+        std::memcpy(&eight, data + size - sizeof(eight), sizeof(eight));
+        if (eight != 0) {
+            break;
+        }
+        size -= sizeof(eight);
+    }
+    while (size > 0 && data[size - 1] == 0) {
+        --size;
+    }
+    return size;
 }
 
 }  // namespace
 
 // Memory is taken before a change is recorded: nothing fails behind the record.
 
-ZorvReturnT MemoryListStorage::create(const std::string& list, std::uint32_t itemSize)
+ZorvReturnT MemoryListStorage::create(std::string_view list, std::uint32_t itemSize)
 {
     const WriterT writer(writing);
     if (find(list) != nullptr) {
@@ -28,18 +40,18 @@ ZorvReturnT MemoryListStorage::create(const std::string& list, std::uint32_t ite
     if (contents.lists.size() >= limits.lists || itemSize > limits.itemSize) {
         return ZORV_RETURN_NO_RESOURCES;
     }
-    std::map<std::string, List> made;
-    List& created = made[list];
-    created.identity = contents.lastIdentity + 1;
-    created.itemSize = itemSize;
-    recordCreate(list, created);
+    std::map<std::string, List, std::less<>> made;
+    const auto created = made.try_emplace(std::string(list)).first;
+    created->second.identity = contents.lastIdentity + 1;
+    created->second.itemSize = itemSize;
+    recordCreate(created->first, created->second);
     const ChangeT change(reading);
     contents.lists.merge(made);
     ++contents.lastIdentity;
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::remove(const std::string& list)
+ZorvReturnT MemoryListStorage::remove(std::string_view list)
 {
     const WriterT writer(writing);
     const auto found = contents.lists.find(list);
@@ -52,7 +64,7 @@ ZorvReturnT MemoryListStorage::remove(const std::string& list)
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::describe(const std::string& list, std::uint64_t& identity, std::uint32_t& itemSize)
+ZorvReturnT MemoryListStorage::describe(std::string_view list, std::uint64_t& identity, std::uint32_t& itemSize)
 {
     const ReaderT reader(reading);
     const List* found = find(list);
@@ -64,7 +76,7 @@ ZorvReturnT MemoryListStorage::describe(const std::string& list, std::uint64_t& 
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::isEmpty(const std::string& list, bool& empty)
+ZorvReturnT MemoryListStorage::isEmpty(std::string_view list, bool& empty)
 {
     const ReaderT reader(reading);
     const List* found = find(list);
@@ -75,7 +87,7 @@ ZorvReturnT MemoryListStorage::isEmpty(const std::string& list, bool& empty)
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::pushBack(const std::string& list, const void* data, std::uint64_t& number)
+ZorvReturnT MemoryListStorage::pushBack(std::string_view list, const void* data, std::uint64_t& number)
 {
     const WriterT writer(writing);
     List* found = find(list);
@@ -85,19 +97,17 @@ ZorvReturnT MemoryListStorage::pushBack(const std::string& list, const void* dat
     if (found->items.size() >= limits.itemsPerList) {
         return ZORV_RETURN_NO_RESOURCES;
     }
-    ListItem item{contents.lastNumber + 1, ListDataT(bytes(data), bytes(data) + found->itemSize)};
+    number = contents.lastNumber + 1;
     std::map<std::uint64_t, ListDataT> made;
-    ListDataT& place = made[item.number];
-    recordPush(*found, item);
-    place = std::move(item.data);
-    number = item.number;
+    made.emplace(number, trimmed(data, found->itemSize));
+    recordPush(*found, number, data);
     const ChangeT change(reading);
     found->items.insert(found->items.end(), made.extract(made.begin()));
     ++contents.lastNumber;
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::erase(const std::string& list, std::uint64_t number)
+ZorvReturnT MemoryListStorage::erase(std::string_view list, std::uint64_t number)
 {
     const WriterT writer(writing);
     List* found = find(list);
@@ -110,7 +120,7 @@ ZorvReturnT MemoryListStorage::erase(const std::string& list, std::uint64_t numb
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::replace(const std::string& list, std::uint64_t number, const void* data)
+ZorvReturnT MemoryListStorage::replace(std::string_view list, std::uint64_t number, const void* data)
 {
     const WriterT writer(writing);
     List* found = find(list);
@@ -121,17 +131,17 @@ ZorvReturnT MemoryListStorage::replace(const std::string& list, std::uint64_t nu
     if (place == found->items.end()) {
         return ZORV_RETURN_NOT_FOUND;
     }
-    if (std::equal(place->second.begin(), place->second.end(), bytes(data))) {
+    ListDataT item = trimmed(data, found->itemSize);
+    if (item == place->second) {
         return ZORV_RETURN_OK;
     }
-    ListItem item{number, ListDataT(bytes(data), bytes(data) + found->itemSize)};
-    recordReplace(*found, item);
+    recordReplace(*found, number, data);
     const ChangeT change(reading);
-    place->second.swap(item.data);
+    place->second.swap(item);
     return ZORV_RETURN_OK;
 }
 
-ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t number, ListItem& item)
+ZorvReturnT MemoryListStorage::findFrom(std::string_view list, std::uint64_t number, ListItem& item)
 {
     const ReaderT reader(reading);
     List* found = find(list);
@@ -143,8 +153,30 @@ ZorvReturnT MemoryListStorage::findFrom(const std::string& list, std::uint64_t n
         return ZORV_RETURN_NOT_FOUND;
     }
     item.number = first->first;
-    item.data = first->second;
+    item.data.assign(first->second.begin(), first->second.end());
+    item.data.resize(found->itemSize);
     return ZORV_RETURN_OK;
+}
+
+ZorvReturnT MemoryListStorage::findNumberFrom(std::string_view list, std::uint64_t number, std::uint64_t& found)
+{
+    const ReaderT reader(reading);
+    const List* known = find(list);
+    if (known == nullptr) {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    const auto first = known->items.lower_bound(number);
+    if (first == known->items.end()) {
+        return ZORV_RETURN_NOT_FOUND;
+    }
+    found = first->first;
+    return ZORV_RETURN_OK;
+}
+
+ListDataT MemoryListStorage::trimmed(const void* data, std::size_t size)
+{
+    const auto* first = static_cast<const std::uint8_t*>(data);
+    return {first, first + sizeWithoutZeros(first, size)};
 }
 
 std::vector<ListDescription> MemoryListStorage::describeAll()
@@ -157,7 +189,7 @@ std::vector<ListDescription> MemoryListStorage::describeAll()
     return all;
 }
 
-MemoryListStorage::List* MemoryListStorage::find(const std::string& list)
+MemoryListStorage::List* MemoryListStorage::find(std::string_view list)
 {
     const auto found = contents.lists.find(list);
     return found != contents.lists.end() ? &found->second : nullptr;

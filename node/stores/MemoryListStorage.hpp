@@ -18,28 +18,32 @@ class MemoryListStorage : public ListStorage {
 public:
     explicit MemoryListStorage(const ListLimits& listLimits) : limits(listLimits) {}
 
-    ZorvReturnT create(const std::string& list, std::uint32_t itemSize) override;
-    ZorvReturnT remove(const std::string& list) override;
-    ZorvReturnT describe(const std::string& list, std::uint64_t& identity, std::uint32_t& itemSize) override;
-    ZorvReturnT isEmpty(const std::string& list, bool& empty) override;
-    ZorvReturnT pushBack(const std::string& list, const void* data, std::uint64_t& number) override;
-    ZorvReturnT erase(const std::string& list, std::uint64_t number) override;
-    ZorvReturnT replace(const std::string& list, std::uint64_t number, const void* data) override;
-    ZorvReturnT findFrom(const std::string& list, std::uint64_t number, ListItem& item) override;
+    ZorvReturnT create(std::string_view list, std::uint32_t itemSize) override;
+    ZorvReturnT remove(std::string_view list) override;
+    ZorvReturnT describe(std::string_view list, std::uint64_t& identity, std::uint32_t& itemSize) override;
+    ZorvReturnT isEmpty(std::string_view list, bool& empty) override;
+    ZorvReturnT pushBack(std::string_view list, const void* data, std::uint64_t& number) override;
+    ZorvReturnT erase(std::string_view list, std::uint64_t number) override;
+    ZorvReturnT replace(std::string_view list, std::uint64_t number, const void* data) override;
+    ZorvReturnT findFrom(std::string_view list, std::uint64_t number, ListItem& item) override;
+    ZorvReturnT findNumberFrom(std::string_view list, std::uint64_t number, std::uint64_t& found) override;
     std::vector<ListDescription> describeAll() override;
 
 protected:
     struct List {
         std::uint64_t identity = 0;
         std::uint32_t itemSize = 0;
-        std::map<std::uint64_t, ListDataT> items;
+        std::map<std::uint64_t, ListDataT> items;  // without the zeros at their ends
     };
 
     struct Contents {
-        std::map<std::string, List> lists;
+        std::map<std::string, List, std::less<>> lists;
         std::uint64_t lastNumber = 0;
         std::uint64_t lastIdentity = 0;
     };
+
+    /// The item as it is kept: many are longer than what is in them.
+    static ListDataT trimmed(const void* data, std::size_t size);
 
     /// What was recorded in an earlier life; before the first operation.
     void restore(Contents recorded) { contents = std::move(recorded); }
@@ -56,11 +60,11 @@ private:
     // Called before a change, one at a time. What they throw goes through, and nothing has changed.
     virtual void recordCreate(const std::string& /*name*/, const List& /*list*/) {}
     virtual void recordRemove(const List& /*list*/) {}
-    virtual void recordPush(const List& /*list*/, const ListItem& /*item*/) {}
+    virtual void recordPush(const List& /*list*/, std::uint64_t /*number*/, const void* /*data*/) {}
     virtual void recordErase(const List& /*list*/, std::uint64_t /*number*/) {}
-    virtual void recordReplace(const List& /*list*/, const ListItem& /*item*/) {}
+    virtual void recordReplace(const List& /*list*/, std::uint64_t /*number*/, const void* /*data*/) {}
 
-    List* find(const std::string& list);  // under either mutex
+    List* find(std::string_view list);  // under either mutex
 
     const ListLimits limits;
     std::mutex writing;         // held from the check to the change; the record is written under it alone

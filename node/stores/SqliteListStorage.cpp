@@ -8,9 +8,11 @@ namespace ZorvNode {
 
 namespace {
 
-Blob blob(const ListDataT& data)
+/// The item in its whole length.
+ListDataT padded(ListDataT data, std::size_t size)
 {
-    return {data.data(), data.size()};
+    data.resize(size);
+    return data;
 }
 
 }  // namespace
@@ -50,11 +52,14 @@ void SqliteListStorage::recordRemove(const List& list)
         [&] { changes.listRemoved(list.identity); });
 }
 
-void SqliteListStorage::recordPush(const List& list, const ListItem& item)
+void SqliteListStorage::recordPush(const List& list, std::uint64_t number, const void* data)
 {
-    lastNumber = item.number;
-    record([&] { insertItem.run(item.number, list.identity, blob(item.data)); },
-           [&] { changes.itemChanged(list.identity, item.number); });
+    lastNumber = number;
+    record(
+        [&] {
+            insertItem.run(number, list.identity, Blob{data, list.itemSize});
+        },
+        [&] { changes.itemChanged(list.identity, number); });
 }
 
 void SqliteListStorage::recordErase(const List& list, std::uint64_t number)
@@ -62,10 +67,13 @@ void SqliteListStorage::recordErase(const List& list, std::uint64_t number)
     record([&] { deleteItem.run(number); }, [&] { changes.itemErased(list.identity, number); });
 }
 
-void SqliteListStorage::recordReplace(const List& list, const ListItem& item)
+void SqliteListStorage::recordReplace(const List& list, std::uint64_t number, const void* data)
 {
-    record([&] { updateItem.run(blob(item.data), item.number); },
-           [&] { changes.itemChanged(list.identity, item.number); });
+    record(
+        [&] {
+            updateItem.run(Blob{data, list.itemSize}, number);
+        },
+        [&] { changes.itemChanged(list.identity, number); });
 }
 
 template <class WriteT, class NoteT>
@@ -118,7 +126,8 @@ void SqliteListStorage::recordChanges(const Contents& present)
     for (const auto& [number, identity] : changes.getItems()) {
         const List& list = byIdentity.at(identity)->second;
         if (const auto item = list.items.find(number); item != list.items.end()) {
-            insertItem.run(number, identity, blob(item->second));
+            const ListDataT whole = padded(item->second, list.itemSize);
+            insertItem.run(number, identity, Blob{whole.data(), whole.size()});
         } else {
             deleteItem.run(number);
         }
@@ -159,9 +168,8 @@ void SqliteListStorage::loadItems(const std::map<std::uint64_t, List*>& byIdenti
             throw StoreError(StoreError::Kind::damaged,
                              database.getFile() + ": is damaged: item " + std::to_string(number) + " fits no list");
         }
-        const auto* first = static_cast<const std::uint8_t*>(data.data);
         auto& items = list->second->items;
-        items.emplace_hint(items.end(), number, ListDataT(first, first + data.size));
+        items.emplace_hint(items.end(), number, trimmed(data.data, data.size));
     });
 }
 

@@ -27,9 +27,9 @@ public:
 private:
     void recordCreate(const std::string& name, const List& list) override;
     void recordRemove(const List& list) override;
-    void recordPush(const List& list, const ListItem& item) override;
+    void recordPush(const List& list, std::uint64_t number, const void* data) override;
     void recordErase(const List& list, std::uint64_t number) override;
-    void recordReplace(const List& list, const ListItem& item) override;
+    void recordReplace(const List& list, std::uint64_t number, const void* data) override;
 
     /// Runs write, or note where that is not possible.
     template <class WriteT, class NoteT>

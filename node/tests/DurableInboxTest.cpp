@@ -13,7 +13,7 @@ protected:
     void open()
     {
         database.emplace(file, storeSchema(), DatabaseSettings{}, log.sink());
-        source.emplace(router, 10, &*database, log.sink());
+        source.emplace(router, InboxBounds{10}, &*database, log.sink());
     }
 
     /// As a node that goes and comes.
@@ -90,7 +90,7 @@ TEST_F(DurableInboxTest, whatIsHandledIsGoneFromTheDatabase)
     publish(*source, {1, 2, 3, 4});
     consumer->events(router);
 
-    source->noteHandled(3);
+    source->noteHandled({3, source->getLastTaken().life});
 
     EXPECT_THAT(rows(), ElementsAre(row(4, 4)));
 }
@@ -122,7 +122,7 @@ TEST_F(DurableInboxTest, whatWasAcceptedMeanwhileIsRecordedWhenThatIsPossibleAga
     publish(*source, {3, 4});
     source->publish({at(5)}, PublicationId{"a", 7});
     consumer->events(router);
-    source->noteHandled(3);
+    source->noteHandled({3, source->getLastTaken().life});
 
     source->catchUp();
     EXPECT_THAT(rows(), ElementsAre(row(1, 1), row(2, 2)));
@@ -146,7 +146,7 @@ TEST_F(DurableInboxTest, whatIsHandledWhileTheDatabaseFailsIsGoneFromItLater)
     consumer->events(router);
     database->execute("CREATE TRIGGER failing BEFORE DELETE ON inbox BEGIN SELECT RAISE(ABORT, 'no way'); END");
 
-    source->noteHandled(1);
+    source->noteHandled({1, source->getLastTaken().life});
 
     EXPECT_THAT(log.lines(), ElementsAre("3 writing the store fails: " + file + ": no way"));
     EXPECT_EQ(0U, source->getNumberInInbox());

@@ -18,7 +18,7 @@ protected:
         return notification;
     }
 
-    FmNotificationSource source{router, 20, nullptr, log.sink()};
+    FmNotificationSource source{router, {20}, nullptr, log.sink()};
 };
 
 // --- what a subscriber is sent

@@ -74,7 +74,7 @@ protected:
         source.reset();
         database.reset();
         database.emplace(file, storeSchema(), DatabaseSettings(), log.sink());
-        source.emplace(router, 3, &*database, log.sink());
+        source.emplace(router, InboxBounds{3}, &*database, log.sink());
     }
 
     const ZorvTest::TemporaryDirectory directory;
@@ -120,7 +120,7 @@ TEST_F(RepeatedPublicationTest, oneThatWasRefusedIsTakenTheNextTime)
     EXPECT_THROW(source->publish({at(4)}, id("a/2")), SourceBusy);
     subscribe(consumer, type2, filter2, "0");
     consumer->events(router);
-    source->noteHandled(3);
+    source->noteHandled({3, source->getLastTaken().life});
 
     source->publish({at(4)}, id("a/2"));
 

@@ -11,6 +11,17 @@ protected:
     static constexpr KeeperSettings quick{std::chrono::milliseconds(1), std::chrono::milliseconds(1),
                                           std::chrono::milliseconds(1)};
 
+    static std::uint64_t noCommits() { return 0; }
+
+    /// Lets the keeper look again that often.
+    static void awaitLooks(const std::atomic<std::uint64_t>& looks, std::uint64_t number)
+    {
+        const std::uint64_t before = looks;
+        while (looks < before + number) {
+            std::this_thread::yield();
+        }
+    }
+
     bool awaitEmptyInbox()
     {
         for (int attempt = 0; attempt < 10000 && source.getNumberInInbox() > 0; ++attempt) {
@@ -19,7 +30,7 @@ protected:
         return source.getNumberInInbox() == 0;
     }
 
-    FmNotificationSource source{router, 3, nullptr, log.sink()};
+    FmNotificationSource source{router, {3}, nullptr, log.sink()};
 };
 
 // --- waiting
@@ -103,18 +114,73 @@ TEST_F(SourceBoundsTest, whatIsOnItsWayIsNotTakenNorWhatCameLater)
     subscribe(stalled);
     publish(source, {2, 3});
 
-    EXPECT_EQ(1U, source.getLastTaken());
+    EXPECT_EQ(1U, source.getLastTaken().number);
 
     stalled->letGo();
     consumer->events(router);
-    EXPECT_EQ(3U, source.getLastTaken());
+    EXPECT_EQ(3U, source.getLastTaken().number);
 }
 
 TEST_F(SourceBoundsTest, whatWaitsIsNotTaken)
 {
     publish(source, {1});
 
-    EXPECT_EQ(0U, source.getLastTaken());
+    EXPECT_EQ(0U, source.getLastTaken().number);
+}
+
+// --- what alarm handling has at a time
+
+class SourceWindowTest : public SourceFixture {
+protected:
+    void handleAll() { source.noteHandled(source.getLastTaken()); }
+
+    FmNotificationSource source{router, {6, 2}, nullptr, log.sink()};
+};
+
+TEST_F(SourceWindowTest, theRestIsSentWhenTheFirstAreHandled)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3, 4, 5});
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
+    EXPECT_EQ(2U, source.getLastTaken().number);
+    EXPECT_EQ(0U, source.getNumberWaiting());
+    handleAll();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
+    publish(source, {6});
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
+    handleAll();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4", "Port=5", "Port=6"));
+    handleAll();
+    EXPECT_EQ(0U, source.getNumberInInbox());
+}
+
+TEST_F(SourceWindowTest, aSubscriberThatComesBackGetsTheInboxBitByBit)
+{
+    publish(source, {1, 2, 3});
+    subscribeFrom(consumer, "0");
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
+    handleAll();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3"));
+}
+
+TEST_F(SourceWindowTest, whoTakesNewOnesOnlyGetsNoneThatWaited)
+{
+    publish(source, {1});
+    subscribe(consumer);
+    publish(source, {2});
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=2"));
+}
+
+TEST_F(SourceWindowTest, aFullInboxTellsThatItIsNotHandledYet)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3, 4, 5, 6});
+
+    EXPECT_EQ("6 notifications are not known to be handled yet, and the node keeps 6; try again",
+              refusalOf(source, {at(7)}));
 }
 
 // --- the end of the alarm handling
@@ -124,7 +190,7 @@ TEST_F(SourceBoundsTest, anOrderlyEndTrimsWhatWasTaken)
     const unsigned long id = subscribe(consumer);
     publish(source, {1});
     consumer->events(router);
-    const std::uint64_t taken = source.getLastTaken();
+    const FmNotificationSource::Taken taken = source.getLastTaken();
     router.unregisterConsumer(id);
     publish(source, {2});
 
@@ -150,7 +216,7 @@ TEST_F(SourceBoundsTest, whatSomebodyHadTakenWhoLeftWithoutAnOrderlyEndWaitsForT
     const unsigned long id = subscribe(consumer);
     publish(source, {1, 2});
     consumer->events(router);
-    const std::uint64_t taken = source.getLastTaken();
+    const FmNotificationSource::Taken taken = source.getLastTaken();
 
     router.unregisterConsumer(id);
     source.noteHandled(taken);
@@ -169,8 +235,7 @@ TEST_F(SourceBoundsTest, whatWasTakenLeavesWhenTheServicesAreQuiet)
     publish(source, {1, 2});
     consumer->events(router);
 
-    const InboxKeeper keeper(
-        source, [] { return 7U; }, quick);
+    const InboxKeeper keeper(source, {[] { return 7U; }, &noCommits}, quick);
 
     EXPECT_TRUE(awaitEmptyInbox());
 }
@@ -183,11 +248,8 @@ TEST_F(SourceBoundsTest, nothingLeavesWhileTheServicesWork)
     std::atomic<std::uint64_t> looks{0};
     std::atomic<bool> works{true};
 
-    const InboxKeeper keeper(
-        source, [&] { return works ? ++looks : looks.load(); }, quick);
-    while (looks < 20) {
-        std::this_thread::yield();
-    }
+    const InboxKeeper keeper(source, {[&] { return works ? ++looks : looks.load(); }, &noCommits}, quick);
+    awaitLooks(looks, 20);
 
     EXPECT_EQ(2U, source.getNumberInInbox());
     works = false;
@@ -201,15 +263,67 @@ TEST_F(SourceBoundsTest, whatIsOnItsWayStaysHoweverQuietTheServicesAre)
     publish(source, {1});
     std::atomic<std::uint64_t> looks{0};
 
-    const InboxKeeper keeper(
-        source, [&] { return ++looks, 7U; }, quick);
-    while (looks < 20) {
-        std::this_thread::yield();
-    }
+    const InboxKeeper keeper(source, {[&] { return ++looks, 7U; }, &noCommits}, quick);
+    awaitLooks(looks, 20);
 
     EXPECT_EQ(1U, source.getNumberInInbox());
     stalled->letGo();
     EXPECT_TRUE(awaitEmptyInbox());
+}
+
+TEST_F(SourceBoundsTest, whatWasTakenLeavesAtTheThirdCommitThoughTheServicesWork)
+{
+    subscribe(consumer);
+    publish(source, {1, 2});
+    consumer->events(router);
+    std::atomic<std::uint64_t> looks{0};
+    std::atomic<std::uint64_t> commits{7};
+
+    const InboxKeeper keeper(source, {[&] { return ++looks; }, [&] { return commits.load(); }}, quick);
+    awaitLooks(looks, 20);
+    commits = 9;
+    awaitLooks(looks, 20);
+
+    EXPECT_EQ(2U, source.getNumberInInbox());
+    commits = 10;
+    EXPECT_TRUE(awaitEmptyInbox());
+}
+
+TEST_F(SourceBoundsTest, commitsOfAnEarlierLifeDoNotCount)
+{
+    const unsigned long id = subscribe(consumer);
+    publish(source, {1});
+    consumer->events(router);
+    std::atomic<std::uint64_t> looks{0};
+    std::atomic<std::uint64_t> commits{0};
+    const InboxKeeper keeper(source, {[&] { return ++looks; }, [&] { return commits.load(); }}, quick);
+    awaitLooks(looks, 20);
+    commits = 2;
+
+    router.unregisterConsumer(id);
+    const auto next = newConsumer();
+    subscribeFrom(next, "0");
+    next->events(router);
+    awaitLooks(looks, 20);
+    commits = 3;
+    awaitLooks(looks, 20);
+
+    EXPECT_EQ(1U, source.getNumberInInbox());
+    commits = 5;
+    EXPECT_TRUE(awaitEmptyInbox());
+}
+
+TEST_F(SourceBoundsTest, anEmptyInboxIsNotLookedAt)
+{
+    std::atomic<std::uint64_t> looks{0};
+    const InboxKeeper keeper(source, {[&] { return ++looks; }, &noCommits}, quick);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(0U, looks);
+
+    subscribe(consumer);
+    publish(source, {1});
+    consumer->events(router);
+    awaitLooks(looks, 20);
 }
 
 }  // namespace ZorvNode

@@ -301,8 +301,12 @@ bool ManagedObjectService::commit(unsigned long txHandle)
         view = found->second;
     }
     ++numberOfCommits;
-    return view->commit(
+    const bool isDone = view->commit(
         [this, txHandle](std::vector<MoChange> changes) { listener.onChanged(txHandle, std::move(changes)); });
+    if (isDone && view->hasWritten(watched.className, watched.attribute)) {
+        ++numberOfWatchedCommits;
+    }
+    return isDone;
 }
 
 void ManagedObjectService::finish(unsigned long txHandle)

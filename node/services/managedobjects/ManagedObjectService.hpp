@@ -64,6 +64,14 @@ public:
     void finish(unsigned long txHandle) override;
 
     std::uint64_t getNumberOfCommits() const { return numberOfCommits; }
+
+    /// Commits in which a component wrote the read-only attribute of an object of the class.
+    struct Watched {
+        std::string className;
+        std::string attribute;
+    };
+    void watch(Watched attribute) { watched = std::move(attribute); }
+    std::uint64_t getNumberOfWatchedCommits() const { return numberOfWatchedCommits; }
     MoResults& getResults() { return results; }
 
 private:
@@ -75,6 +83,8 @@ private:
     MoChangeListener& listener;
     MoResults results;
     std::atomic<std::uint64_t> numberOfCommits{0};
+    Watched watched;  // set before there is a transaction
+    std::atomic<std::uint64_t> numberOfWatchedCommits{0};
 
     std::mutex mutex;
     std::map<unsigned long, std::shared_ptr<MoTransaction>> views;  // guarded by mutex

@@ -4,6 +4,10 @@
 /// Failure:   MoError -1 when the component is not there, has not both interfaces or does not join.
 #pragma once
 
+#include <map>
+#include <mutex>
+#include <string>
+
 #include "YaltOamSpiManagedObject_3.h"
 #include "portal/InterfacePortal.hpp"
 #include "services/transactions/TransactionService.hpp"
@@ -22,10 +26,19 @@ public:
     const YaltOamSpiManagedObject_3T& get(unsigned long txHandle, const std::string& component) const;
 
 private:
+    struct Tables {
+        std::uint64_t asOf = 0;  // changes of the portal
+        TransactionService::ResourceT resource = nullptr;
+        const YaltOamSpiManagedObject_3T* objects = nullptr;
+    };
+
+    Tables tablesOf(const std::string& component) const;
     const void* find(const std::string& component, const char* interface, const char* version) const;
 
     const InterfacePortal& portal;
     TransactionService& transactions;
+    mutable std::mutex mutex;
+    mutable std::map<std::string, Tables> known;  // guarded by mutex
 };
 
 }  // namespace ZorvNode

@@ -1,5 +1,6 @@
 #include "services/managedobjects/MoTransaction.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "files/InputError.hpp"
@@ -140,6 +141,13 @@ void MoTransaction::write(MoWrite change)
     }
     apply(change, *written);
     writes.push_back(std::move(change));
+}
+
+bool MoTransaction::hasWritten(const std::string& className, const std::string& attribute) const
+{
+    return std::any_of(writes.begin(), writes.end(), [&](const MoWrite& write) {
+        return write.bySystem && write.attribute.name == attribute && classOf(write.dn) == className;
+    });
 }
 
 bool MoTransaction::commit(const std::function<void(std::vector<MoChange>)>& inOrder)

@@ -35,6 +35,9 @@ public:
     /// False when it does not fit what was committed meanwhile.
     bool commit(const std::function<void(std::vector<MoChange>)>& inOrder);
 
+    /// Whether a component has written this read-only attribute of an object of the class.
+    bool hasWritten(const std::string& className, const std::string& attribute) const;
+
     /// The attribute's description. -2 no such attribute.
     const AttributeDescription& attributeOf(const std::string& dn, const std::string& attribute) const;
 

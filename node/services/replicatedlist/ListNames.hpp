@@ -2,14 +2,14 @@
 #pragma once
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "ZorvMwSpiReplicatedList_1.h"
 
 namespace ZorvNode {
 
-/// None when the length does not fit the text, or the text is empty.
-std::optional<std::string> toText(const ZorvMwSpiListNameT& name);
+/// The text where it stands. None when the length does not fit the text, or the text is empty.
+std::optional<std::string_view> toText(const ZorvMwSpiListNameT& name);
 
 /// Zero-filled behind the text.
 ZorvMwSpiListNameT toItemName(std::uint64_t number);

@@ -42,19 +42,17 @@ ZorvReturnT ReplicatedListService::getFrontRef(const ZorvMwSpiListNameT& list, Z
     if (!name) {
         return ZORV_RETURN_FAILED;
     }
-    Iteration iteration{*name, 0, 0};
+    Iteration iteration{std::string(*name), 0, 0};
     std::uint32_t itemSize = 0;
     const ZorvReturnT described = storage.describe(*name, iteration.listIdentity, itemSize);
     if (described != ZORV_RETURN_OK) {
         return described;
     }
-    ListItem first;
-    const ZorvReturnT found = storage.findFrom(*name, 0, first);
+    const ZorvReturnT found = storage.findNumberFrom(*name, 0, iteration.nextNumber);
     if (found != ZORV_RETURN_OK) {
         ref = nullptr;
         return found == ZORV_RETURN_NOT_FOUND ? ZORV_RETURN_OK : found;
     }
-    iteration.nextNumber = first.number;
     const LockT lock(mutex);
     if (iterations.size() >= iterationBound) {
         return ZORV_RETURN_NO_RESOURCES;
@@ -141,9 +139,7 @@ ZorvReturnT ReplicatedListService::step(Iteration& iteration, ZorvMwSpiListNameT
     }
     itemName = toItemName(item.number);
     std::memcpy(data, item.data.data(), item.data.size());
-    ListItem following;
-    more = storage.findFrom(iteration.list, item.number + 1, following) == ZORV_RETURN_OK;
-    iteration.nextNumber = following.number;
+    more = storage.findNumberFrom(iteration.list, item.number + 1, iteration.nextNumber) == ZORV_RETURN_OK;
     return ZORV_RETURN_OK;
 }
 
@@ -160,7 +156,7 @@ ZorvReturnT ReplicatedListService::finalize(const ZorvMwSpiListNameT& list, Zorv
     return iterations.erase(ref) > 0 ? ZORV_RETURN_OK : ZORV_RETURN_FAILED;
 }
 
-std::optional<ReplicatedListService::Iteration> ReplicatedListService::find(const std::string& list,
+std::optional<ReplicatedListService::Iteration> ReplicatedListService::find(std::string_view list,
                                                                             ZorvMwSpiListRefT ref)
 {
     const LockT lock(mutex);

@@ -47,7 +47,7 @@ private:
         std::uint64_t nextNumber = 0;
     };
 
-    std::optional<Iteration> find(const std::string& list, ZorvMwSpiListRefT ref);
+    std::optional<Iteration> find(std::string_view list, ZorvMwSpiListRefT ref);
     ZorvReturnT step(Iteration& iteration, ZorvMwSpiListNameT& itemName, void* data, bool& more);
     ZorvReturnT counted(ZorvReturnT result);
 
