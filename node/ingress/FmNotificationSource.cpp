@@ -67,7 +67,8 @@ FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, const Inbox
                                            const LogSinkT& logSink)
     : router(eventRouter),
       bounds(inboxBounds),
-      inbox(database, logSink)
+      inbox(database, logSink),
+      allowed(inboxBounds.sent)
 {
     router.registerProducer(std::shared_ptr<RouterProducer>(std::shared_ptr<void>(), this), handle);
     for (const char* eventType : announcedTypes) {
@@ -124,7 +125,7 @@ void FmNotificationSource::sendWaiting()
 {
     const bool isTaken = !held && hasNotificationSubscriber();
     for (auto entry = inbox.firstWaiting();
-         isTaken && entry != inbox.getEntries().end() && inbox.getNumberSent() < bounds.sent; ++entry) {
+         isTaken && entry != inbox.getEntries().end() && inbox.getNumberSent() < allowed; ++entry) {
         if (!entry->second.isSent) {
             send(entry->first, entry->second);
         }
@@ -182,8 +183,19 @@ void FmNotificationSource::noteHandled(const Taken& handled)
     const LockT lock(mutex);
     if (handled.life == life) {
         inbox.trim(std::min(handled.number, lastTaken()));
+        allowed = bounds.sent;
         sendWaiting();
     }
+}
+
+void FmNotificationSource::sendMore()
+{
+    const LockT lock(mutex);
+    if (const LockT wayLock(wayMutex); !numbersOnTheirWay.empty()) {
+        return;
+    }
+    allowed = inbox.getNumberSent() + bounds.sent;
+    sendWaiting();
 }
 
 void FmNotificationSource::noteOrderlyEnd(const Taken& handled)
@@ -245,7 +257,18 @@ std::size_t FmNotificationSource::getNumberWaiting()
 /// What waits until there is room again has somebody who takes it.
 std::size_t FmNotificationSource::numberWaiting() const
 {
-    return hasNotificationSubscriber() && inbox.getNumberSent() >= bounds.sent ? 0 : inbox.getNumberWaiting();
+    return isWindowFull() ? 0 : inbox.getNumberWaiting();
+}
+
+bool FmNotificationSource::isWindowFull() const
+{
+    return hasNotificationSubscriber() && inbox.getNumberSent() >= allowed;
+}
+
+bool FmNotificationSource::hasMoreToSend()
+{
+    const LockT lock(mutex);
+    return isWindowFull() && inbox.getNumberWaiting() > 0;
 }
 
 // --- for the router

@@ -80,6 +80,9 @@ public:
     /// What these consumers have taken up to this entry is handled, and leaves the inbox. After they have left it stays.
     void noteHandled(const Taken& handled);
 
+    /// Nothing was seen to be handled for a while, though all that was sent is taken: as many more are sent.
+    void sendMore();
+
     /// The alarm handling has ended in order: what its consumers had taken up to this entry is handled. When they left
     /// without that, all of it waits for the next ones.
     void noteOrderlyEnd(const Taken& handled);
@@ -94,6 +97,9 @@ public:
 
     /// Those that nobody takes.
     std::size_t getNumberWaiting();
+
+    /// Whether there are some that are sent only when others are handled.
+    bool hasMoreToSend();
     const SourceStatistics& getStatistics() const { return statistics; }
 
     ZorvReturnT addFilter(unsigned long consumerId, const char* eventType, YaltNameValuePair** filter) override;
@@ -121,6 +127,7 @@ private:
     void sendWaiting();
     void send(std::uint64_t number, NotificationInbox::Entry& entry);
     std::size_t numberWaiting() const;
+    bool isWindowFull() const;
     void sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled);
     void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value, std::uint64_t number);
     std::uint64_t lastTaken();
@@ -137,6 +144,7 @@ private:
     NotificationInbox inbox;            // guarded by mutex
     std::list<Subscriber> subscribers;  // guarded by mutex
     bool held = false;                  // guarded by mutex
+    std::size_t allowed;                // guarded by mutex; entries that may be sent at a time
     std::uint64_t life = 0;             // guarded by mutex; grows when the last consumer leaves
     std::function<void()> filled;       // guarded by mutex
 

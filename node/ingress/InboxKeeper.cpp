@@ -35,6 +35,7 @@ void InboxKeeper::run()
     while (awaitSomething()) {
         activity = signs.activity();
         quietSince = ClockT::now();
+        trimmedAt = quietSince;
         while (source.getNumberInInbox() > 0) {
             mark();
             if (!pause()) {
@@ -97,9 +98,14 @@ void InboxKeeper::noteHandled()
     while (unhandled != marks.end() && isHandled(*unhandled)) {
         ++unhandled;
     }
+    const auto now = ClockT::now();
     if (unhandled != marks.begin()) {
         source.noteHandled(std::prev(unhandled)->taken);
         marks.erase(marks.begin(), unhandled);
+        trimmedAt = now;
+    } else if (now - trimmedAt >= settings.grace) {
+        source.sendMore();
+        trimmedAt = now;
     }
 }
 

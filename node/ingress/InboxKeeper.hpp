@@ -7,7 +7,7 @@
 ///
 /// A batch in which no alarm was reported commits nothing. But while alarm handling works, it works with the node's services:
 /// when these have been quiet for a moment after a notification was taken, it is handled. A second's grace is for a
-/// service that was only slow.
+/// service that was only slow. And whatever is to be seen, after a second without anything handled more is sent.
 ///
 /// Threads:   one of its own, which sleeps while there is nothing in the inbox.
 /// Ownership: the source outlives it.
@@ -72,6 +72,7 @@ private:
     std::deque<Mark> marks;         // the thread's
     std::uint64_t activity = 0;     // the thread's; at its latest look
     ClockT::time_point quietSince;  // the thread's
+    ClockT::time_point trimmedAt;   // the thread's; or more was sent, or the inbox filled
 
     std::mutex mutex;
     std::condition_variable wake;

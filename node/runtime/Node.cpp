@@ -192,7 +192,7 @@ ComponentStatus Node::stopComponent(const std::string& name, ZorvStateChangeReas
     return stopped;
 }
 
-bool Node::settle(std::chrono::duration<double> quiet, std::chrono::duration<double> patience) const
+bool Node::settle(std::chrono::duration<double> quiet, std::chrono::duration<double> patience)
 {
     using ClockT = std::chrono::steady_clock;
     const ClockT::time_point begun = ClockT::now();
@@ -204,7 +204,7 @@ bool Node::settle(std::chrono::duration<double> quiet, std::chrono::duration<dou
         }
         std::this_thread::sleep_for(
             std::min<ClockT::duration>(quietCheck, std::chrono::duration_cast<ClockT::duration>(quiet)));
-        if (const std::uint64_t now = getActivity(); now != seen) {
+        if (const std::uint64_t now = getActivity(); now != seen || source.hasMoreToSend()) {
             seen = now;
             quietSince = ClockT::now();
         }
@@ -267,7 +267,7 @@ void Node::log(std::int32_t level, const std::string& text)
 std::uint64_t Node::getActivity() const
 {
     return router.getStatistics().accepted + router.getStatistics().lost + lists.getNumberOfChanges() +
-           logs.getNumberOfRecords() + logs.getNumberOfTexts() + objects.getNumberOfCommits();
+           logs.getNumberOfRecords() + logs.getNumberOfTexts() + objects.getNumberOfChanges();
 }
 
 }  // namespace ZorvNode

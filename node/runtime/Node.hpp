@@ -54,7 +54,7 @@ public:
     std::vector<ComponentStatus> getComponents() const { return runner.getStatus(); }
 
     /// Waits until the services have done nothing for components for so long. False when that took too long.
-    bool settle(std::chrono::duration<double> quiet, std::chrono::duration<double> patience) const;
+    bool settle(std::chrono::duration<double> quiet, std::chrono::duration<double> patience);
 
     /// What is not as it should be, a line each; nothing: the node is well.
     std::vector<std::string> getTroubles();

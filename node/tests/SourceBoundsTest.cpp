@@ -155,6 +155,34 @@ TEST_F(SourceWindowTest, theRestIsSentWhenTheFirstAreHandled)
     EXPECT_EQ(0U, source.getNumberInInbox());
 }
 
+TEST_F(SourceWindowTest, moreIsSentWhenNothingIsSeenToBeHandled)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3, 4, 5});
+    consumer->events(router);
+
+    source.sendMore();
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
+    EXPECT_EQ(5U, source.getNumberInInbox());
+    handleAll();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4", "Port=5"));
+}
+
+TEST_F(SourceWindowTest, noMoreIsSentWhileThereIsSomethingOnItsWay)
+{
+    const auto stalled = std::make_shared<StalledConsumer>();
+    subscribe(stalled);
+    publish(source, {1, 2, 3});
+
+    source.sendMore();
+
+    EXPECT_EQ(0U, source.getLastTaken().number);
+    stalled->letGo();
+    router.waitUntilIdle(std::chrono::seconds(10));
+    EXPECT_EQ(2U, source.getLastTaken().number);
+}
+
 TEST_F(SourceWindowTest, aSubscriberThatComesBackGetsTheInboxBitByBit)
 {
     publish(source, {1, 2, 3});

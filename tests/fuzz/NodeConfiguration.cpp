@@ -24,8 +24,7 @@ void check(const NodeConfiguration& configuration)
                 isAbsolute(configuration.logDirectory) && isAbsolute(configuration.store.directory) &&
                 isAbsolute(configuration.api.socket),
             "paths are absolute");
-    require(configuration.inboxBound > 0 && configuration.inboxBound <= configuration.queueBound,
-            "what the inbox holds fits into a queue");
+    require(configuration.inboxBound > 0, "the inbox holds something");
     require(configuration.api.batchBound > 0 && configuration.api.batchBound <= configuration.inboxBound,
             "a batch fits into the inbox");
     require(configuration.logLevel >= 3 && configuration.logLevel <= 6, "the log level exists");

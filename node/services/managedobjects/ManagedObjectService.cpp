@@ -283,6 +283,7 @@ void ManagedObjectService::action(unsigned long txHandle, const std::string& dn,
 
 void ManagedObjectService::replaceModel(ModelFile file)
 {
+    ++numberOfChanges;
     store.replace(std::move(file),
                   [this](std::vector<MoChange> changes) { listener.onChanged(0, std::move(changes)); });
     ++numberOfCommits;
@@ -303,6 +304,7 @@ bool ManagedObjectService::commit(unsigned long txHandle)
     ++numberOfCommits;
     const bool isDone = view->commit(
         [this, txHandle](std::vector<MoChange> changes) { listener.onChanged(txHandle, std::move(changes)); });
+    numberOfChanges += view->hasWritten() ? 1 : 0;
     if (isDone && view->hasWritten(watched.className, watched.attribute)) {
         ++numberOfWatchedCommits;
     }

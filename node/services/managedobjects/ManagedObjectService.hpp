@@ -65,6 +65,9 @@ public:
 
     std::uint64_t getNumberOfCommits() const { return numberOfCommits; }
 
+    /// Those of them that wrote something.
+    std::uint64_t getNumberOfChanges() const { return numberOfChanges; }
+
     /// Commits in which a component wrote the read-only attribute of an object of the class.
     struct Watched {
         std::string className;
@@ -83,6 +86,7 @@ private:
     MoChangeListener& listener;
     MoResults results;
     std::atomic<std::uint64_t> numberOfCommits{0};
+    std::atomic<std::uint64_t> numberOfChanges{0};
     Watched watched;  // set before there is a transaction
     std::atomic<std::uint64_t> numberOfWatchedCommits{0};
 

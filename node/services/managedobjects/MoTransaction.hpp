@@ -35,6 +35,8 @@ public:
     /// False when it does not fit what was committed meanwhile.
     bool commit(const std::function<void(std::vector<MoChange>)>& inOrder);
 
+    bool hasWritten() const { return !writes.empty(); }
+
     /// Whether a component has written this read-only attribute of an object of the class.
     bool hasWritten(const std::string& className, const std::string& attribute) const;
 
