@@ -68,7 +68,8 @@ FmNotificationSource::FmNotificationSource(EventRouter& eventRouter, const Inbox
     : router(eventRouter),
       bounds(inboxBounds),
       inbox(database, logSink),
-      allowed(inboxBounds.sent)
+      allowed(inboxBounds.sent),
+      budget(inboxBounds.portion())
 {
     router.registerProducer(std::shared_ptr<RouterProducer>(std::shared_ptr<void>(), this), handle);
     for (const char* eventType : announcedTypes) {
@@ -123,9 +124,10 @@ void FmNotificationSource::requireRoom(std::size_t coming)
 /// Sends the entries that were not sent yet to those who take them, as many as they may have at a time.
 void FmNotificationSource::sendWaiting()
 {
-    const bool isTaken = !held && hasNotificationSubscriber();
-    for (auto entry = inbox.firstWaiting();
-         isTaken && entry != inbox.getEntries().end() && inbox.getNumberSent() < allowed; ++entry) {
+    if (held || !hasNotificationSubscriber()) {
+        return;
+    }
+    for (auto entry = inbox.firstWaiting(); entry != inbox.getEntries().end() && maySend(); ++entry) {
         if (!entry->second.isSent) {
             send(entry->first, entry->second);
         }
@@ -141,6 +143,12 @@ void FmNotificationSource::send(std::uint64_t number, NotificationInbox::Entry& 
             inbox.markSent(entry);
         }
     }
+    budget -= entry.isSent ? 1 : 0;
+}
+
+bool FmNotificationSource::maySend() const
+{
+    return budget > 0 && inbox.getNumberSent() < allowed;
 }
 
 bool FmNotificationSource::suppress(bool on)
@@ -188,14 +196,20 @@ void FmNotificationSource::noteHandled(const Taken& handled)
     }
 }
 
-void FmNotificationSource::sendMore()
+void FmNotificationSource::sendPortion()
 {
     const LockT lock(mutex);
-    if (const LockT wayLock(wayMutex); !numbersOnTheirWay.empty()) {
-        return;
-    }
-    allowed = inbox.getNumberSent() + bounds.sent;
+    budget = bounds.portion();
     sendWaiting();
+}
+
+void FmNotificationSource::allowMore()
+{
+    const LockT lock(mutex);
+    const LockT wayLock(wayMutex);
+    if (numbersOnTheirWay.empty()) {
+        allowed = inbox.getNumberSent() + bounds.sent;
+    }
 }
 
 void FmNotificationSource::noteOrderlyEnd(const Taken& handled)
@@ -262,7 +276,7 @@ std::size_t FmNotificationSource::numberWaiting() const
 
 bool FmNotificationSource::isWindowFull() const
 {
-    return hasNotificationSubscriber() && inbox.getNumberSent() >= allowed;
+    return hasNotificationSubscriber() && !maySend();
 }
 
 bool FmNotificationSource::hasMoreToSend()
@@ -310,7 +324,8 @@ void FmNotificationSource::sendInbox(const Subscriber& subscriber, std::uint64_t
         }
     });
     for (auto entry = begin; entry != entries.end(); ++entry) {
-        if (isOfItsType(entry->second) && (entry->second.isSent || inbox.getNumberSent() < bounds.sent)) {
+        if (isOfItsType(entry->second) && (entry->second.isSent || maySend())) {
+            budget -= entry->second.isSent ? 0 : 1;
             const auto notification = asSentAgain(entry->second);
             notify(subscriber, notification, notification->value(), entry->first);
             inbox.markSent(entry->second);

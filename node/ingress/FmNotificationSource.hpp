@@ -8,8 +8,8 @@
 /// any more would clear all alarms whose DN contains this one. For the same reason a clear of one alarm that was sent
 /// before comes again as the pattern of that one DN. A subscriber without a time is sent new ones only.
 ///
-/// What alarm handling has not handled yet is bounded too: the rest of the inbox is sent when it has. So its batches stay
-/// small, and a burst does not keep it from its heartbeats.
+/// What alarm handling has not handled yet is bounded too, and is sent in portions: the next one when it is through with an
+/// earlier one. So its batches stay small, and a burst does not keep it from its heartbeats.
 ///
 /// An inbox that is full takes nothing more, until what is in it is handled.
 ///
@@ -18,6 +18,7 @@
 /// Failure:   publish throws SourceBusy, and nothing was accepted. What a store that fails does not take stays in memory.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <list>
@@ -46,6 +47,8 @@ struct SourceStatistics {
 struct InboxBounds {
     std::size_t kept;          ///< entries
     std::size_t sent = 10000;  ///< of them sent and not known to be handled; at most what a consumer's queue takes
+
+    std::size_t portion() const { return std::max<std::size_t>(1, sent / 4); }
 };
 
 class FmNotificationSource : public RouterProducer {
@@ -80,8 +83,11 @@ public:
     /// What these consumers have taken up to this entry is handled, and leaves the inbox. After they have left it stays.
     void noteHandled(const Taken& handled);
 
-    /// Nothing was seen to be handled for a while, though all that was sent is taken: as many more are sent.
-    void sendMore();
+    /// Alarm handling has come further: a portion more is sent.
+    void sendPortion();
+
+    /// Nothing was seen to be handled for a while. When all that was sent is taken, as many more may be sent.
+    void allowMore();
 
     /// The alarm handling has ended in order: what its consumers had taken up to this entry is handled. When they left
     /// without that, all of it waits for the next ones.
@@ -127,6 +133,7 @@ private:
     void sendWaiting();
     void send(std::uint64_t number, NotificationInbox::Entry& entry);
     std::size_t numberWaiting() const;
+    bool maySend() const;
     bool isWindowFull() const;
     void sendInbox(const Subscriber& subscriber, std::uint64_t lastHandled);
     void notify(const Subscriber& subscriber, std::shared_ptr<void> keeper, void* value, std::uint64_t number);
@@ -144,7 +151,8 @@ private:
     NotificationInbox inbox;            // guarded by mutex
     std::list<Subscriber> subscribers;  // guarded by mutex
     bool held = false;                  // guarded by mutex
-    std::size_t allowed;                // guarded by mutex; entries that may be sent at a time
+    std::size_t allowed;                // guarded by mutex; entries that may be sent and not handled
+    std::size_t budget;                 // guarded by mutex; entries that may be sent now
     std::uint64_t life = 0;             // guarded by mutex; grows when the last consumer leaves
     std::function<void()> filled;       // guarded by mutex
 

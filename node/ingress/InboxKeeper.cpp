@@ -34,14 +34,16 @@ void InboxKeeper::run()
 {
     while (awaitSomething()) {
         activity = signs.activity();
+        commits = signs.commits();
         quietSince = ClockT::now();
         trimmedAt = quietSince;
+        source.sendPortion();
         while (source.getNumberInInbox() > 0) {
             mark();
             if (!pause()) {
                 return;
             }
-            noteQuiet();
+            noteActivity();
             noteHandled();
         }
         marks.clear();
@@ -78,12 +80,16 @@ void InboxKeeper::mark()
     }
 }
 
-void InboxKeeper::noteQuiet()
+void InboxKeeper::noteActivity()
 {
     const auto now = ClockT::now();
     const std::uint64_t before = std::exchange(activity, signs.activity());
     if (activity != before) {
         quietSince = now;
+    }
+    if (const std::uint64_t present = signs.commits(); activity == before || present != commits) {
+        commits = present;
+        source.sendPortion();
     }
     for (Mark& mark : marks) {
         if (!mark.quietAt && now - std::max(mark.time, quietSince) >= settings.quiet) {
@@ -104,7 +110,7 @@ void InboxKeeper::noteHandled()
         marks.erase(marks.begin(), unhandled);
         trimmedAt = now;
     } else if (now - trimmedAt >= settings.grace) {
-        source.sendMore();
+        source.allowMore();
         trimmedAt = now;
     }
 }

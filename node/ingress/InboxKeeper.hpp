@@ -9,6 +9,9 @@
 /// when these have been quiet for a moment after a notification was taken, it is handled. A second's grace is for a
 /// service that was only slow. And whatever is to be seen, after a second without anything handled more is sent.
 ///
+/// So that there are commits to see, the inbox is sent in portions: the next one when there was a commit, or nothing is to
+/// be seen of alarm handling's work.
+///
 /// Threads:   one of its own, which sleeps while there is nothing in the inbox.
 /// Ownership: the source outlives it.
 #pragma once
@@ -62,7 +65,7 @@ private:
     bool awaitSomething();
     bool pause();
     void mark();
-    void noteQuiet();
+    void noteActivity();
     void noteHandled();
     bool isHandled(const Mark& mark) const;
 
@@ -71,6 +74,7 @@ private:
     const KeeperSettings settings;
     std::deque<Mark> marks;         // the thread's
     std::uint64_t activity = 0;     // the thread's; at its latest look
+    std::uint64_t commits = 0;      // the thread's; when it sent the latest portion
     ClockT::time_point quietSince;  // the thread's
     ClockT::time_point trimmedAt;   // the thread's; or more was sent, or the inbox filled
 

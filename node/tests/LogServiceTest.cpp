@@ -3,8 +3,11 @@
 #include <Poco/File.h>
 #include <Poco/Glob.h>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "TemporaryDirectory.hpp"
 #include "files/LineText.hpp"
@@ -113,6 +116,60 @@ TEST_F(LogServiceTest, aFullFileIsPutAsideAndOldOnesGo)
     Poco::Glob::glob(directory.path("FmAlarmLog.log*"), files);
     EXPECT_EQ(3U, files.size());
     EXPECT_EQ(1000U, directory.read("FmAlarmLog.log.0").size());
+}
+
+/// However quickly they follow each other.
+TEST_F(LogServiceTest, theLatestFilesAreKeptInTheirOrder)
+{
+    {
+        LogService log(directory.path(), 6, {1000, 3});
+        for (int count = 0; count < 1000; ++count) {
+            log.write("FmAlarmLog", 6, std::to_string(100000 + count) + std::string(93, 'x'));
+        }
+    }
+    LogService log(directory.path(), 6, {1000, 3});
+    log.write("FmAlarmLog", 6, "next");
+
+    EXPECT_EQ("next\n", directory.read("FmAlarmLog.log"));
+    EXPECT_THAT(directory.read("FmAlarmLog.log.0"), StartsWith("100990xxx"));
+    EXPECT_THAT(directory.read("FmAlarmLog.log.1"), StartsWith("100980xxx"));
+    EXPECT_THAT(directory.read("FmAlarmLog.log.2"), StartsWith("100970xxx"));
+    std::set<std::string> files;
+    Poco::Glob::glob(directory.path("FmAlarmLog.log*"), files);
+    EXPECT_EQ(4U, files.size());
+}
+
+TEST_F(LogServiceTest, nothingOfALostTextStandsInTheFile)
+{
+    LogService log(directory.path(), 6, {});
+    log.write("FmAlarmLog", 6, "before");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{10, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    ::testing::internal::CaptureStderr();
+
+    EXPECT_EQ(-1, log.write("FmAlarmLog", 6, "a text that is too long"));
+
+    setrlimit(RLIMIT_FSIZE, &before);
+    ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ("before\n", directory.read("FmAlarmLog.log"));
+    EXPECT_EQ(0, log.write("FmAlarmLog", 6, "after"));
+    EXPECT_EQ("before\nafter\n", directory.read("FmAlarmLog.log"));
+}
+
+TEST_F(LogServiceTest, aFileThatCannotBePutAsideGrowsOn)
+{
+    LogService log(directory.path(), 6, {1000, 1});
+    ASSERT_EQ(0, mkdir(directory.path("FmAlarmLog.log.0").c_str(), 0700));
+    directory.write("FmAlarmLog.log.0/something", "");
+
+    for (int count = 0; count < 30; ++count) {
+        EXPECT_EQ(0, log.write("FmAlarmLog", 6, std::string(99, 'x')));
+    }
+
+    EXPECT_EQ(3000U, directory.read("FmAlarmLog.log").size());
 }
 
 TEST_F(LogServiceTest, aLogThatCannotBeWrittenIsToldOnceAndCounted)

@@ -134,10 +134,10 @@ class SourceWindowTest : public SourceFixture {
 protected:
     void handleAll() { source.noteHandled(source.getLastTaken()); }
 
-    FmNotificationSource source{router, {6, 2}, nullptr, log.sink()};
+    FmNotificationSource source{router, {6, 8}, nullptr, log.sink()};  // in portions of two
 };
 
-TEST_F(SourceWindowTest, theRestIsSentWhenTheFirstAreHandled)
+TEST_F(SourceWindowTest, theInboxIsSentInPortions)
 {
     subscribe(consumer);
     publish(source, {1, 2, 3, 4, 5});
@@ -145,37 +145,66 @@ TEST_F(SourceWindowTest, theRestIsSentWhenTheFirstAreHandled)
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
     EXPECT_EQ(2U, source.getLastTaken().number);
     EXPECT_EQ(0U, source.getNumberWaiting());
+    EXPECT_TRUE(source.hasMoreToSend());
     handleAll();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
+    source.sendPortion();
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
     publish(source, {6});
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
-    handleAll();
+    source.sendPortion();
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4", "Port=5", "Port=6"));
+    EXPECT_FALSE(source.hasMoreToSend());
     handleAll();
     EXPECT_EQ(0U, source.getNumberInInbox());
 }
 
-TEST_F(SourceWindowTest, moreIsSentWhenNothingIsSeenToBeHandled)
+class SourceWindowFullTest : public SourceFixture {
+protected:
+    void handleAll() { source.noteHandled(source.getLastTaken()); }
+
+    FmNotificationSource source{router, {6, 2}, nullptr, log.sink()};  // in portions of one
+};
+
+TEST_F(SourceWindowFullTest, noMoreIsSentUntilSomethingIsHandled)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3, 4});
+    source.sendPortion();
+    source.sendPortion();
+    source.sendPortion();
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
+    handleAll();
+    source.sendPortion();
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
+}
+
+TEST_F(SourceWindowFullTest, moreMayBeSentWhenNothingIsSeenToBeHandled)
 {
     subscribe(consumer);
     publish(source, {1, 2, 3, 4, 5});
+    source.sendPortion();
     consumer->events(router);
 
-    source.sendMore();
+    source.allowMore();
+    source.sendPortion();
+    source.sendPortion();
+    source.sendPortion();
 
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4"));
     EXPECT_EQ(5U, source.getNumberInInbox());
-    handleAll();
-    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4", "Port=5"));
 }
 
-TEST_F(SourceWindowTest, noMoreIsSentWhileThereIsSomethingOnItsWay)
+TEST_F(SourceWindowFullTest, noMoreMayBeSentWhileThereIsSomethingOnItsWay)
 {
     const auto stalled = std::make_shared<StalledConsumer>();
     subscribe(stalled);
     publish(source, {1, 2, 3});
+    source.sendPortion();
 
-    source.sendMore();
+    source.allowMore();
+    source.sendPortion();
 
     EXPECT_EQ(0U, source.getLastTaken().number);
     stalled->letGo();
@@ -189,7 +218,7 @@ TEST_F(SourceWindowTest, aSubscriberThatComesBackGetsTheInboxBitByBit)
     subscribeFrom(consumer, "0");
 
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2"));
-    handleAll();
+    source.sendPortion();
     EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3"));
 }
 

@@ -263,10 +263,13 @@ std::string HttpConnection::readBody(const RequestT& from, ResponseT& to, HttpSe
     return session.readBody(from, services.settings);
 }
 
-Caller HttpConnection::identify(const RequestT& from) const
+Caller HttpConnection::identify(const RequestT& from)
 {
     if (local) {
-        return callerOf(const_cast<HttpConnection*>(this)->socket().impl()->sockfd(), services.settings.permissions);
+        if (!peer) {
+            peer = callerOf(socket().impl()->sockfd(), services.settings.permissions);
+        }
+        return *peer;
     }
     return services.tokens->callerOf(from.get("Authorization", ""), from.clientAddress().toString());
 }

@@ -32,13 +32,14 @@ private:
     HttpResponse handle(RequestT& from, ResponseT& to, HttpSession& session);
     HttpResponse run(const FoundRoute& found, const HttpRequest& request) const;
     std::string readBody(const RequestT& from, ResponseT& to, HttpSession& session) const;
-    Caller identify(const RequestT& from) const;
+    Caller identify(const RequestT& from);
     void sendStream(const std::function<void(EventSink&)>& stream, const RequestT& from, ResponseT& to);
 
     HttpServices& services;
     const bool local;
     const LogSinkT& log;
     Poco::Net::HTTPServerParams::Ptr params;
+    std::optional<Caller> peer;  // of a local connection; it stays the same
 };
 
 }  // namespace ZorvNode

@@ -3,12 +3,10 @@
 /// Its mode is 0640 when the process has the umask 027.
 ///
 /// Threads:   any.
-/// Failure:   a text that cannot be written is lost and counted; the first of a row of failures is told on standard error.
-///            Each further write tries to open the file again. The latest of them can still be written later.
+/// Failure:   a text that cannot be written is lost and counted, and nothing of it stands in the file; the first of a row of
+///            failures is told on standard error. Each further write tries to open the file again. The latest of them can
+///            still be written later.
 #pragma once
-
-#include <Poco/AutoPtr.h>
-#include <Poco/FileChannel.h>
 
 #include <atomic>
 #include <cstdint>
@@ -25,7 +23,8 @@ struct Rotation {
 
 class RotatingFile {
 public:
-    RotatingFile(const std::string& filePath, const Rotation& rotation);
+    RotatingFile(const std::string& filePath, const Rotation& fileRotation);
+    ~RotatingFile();
 
     RotatingFile(const RotatingFile&) = delete;
     RotatingFile& operator=(const RotatingFile&) = delete;
@@ -41,12 +40,18 @@ public:
 private:
     /// Nothing, or why the text was not written.
     std::optional<std::string> append(const std::string& text);
+    bool open();
+    void close();
+    void putAside();
+    bool writeLine(const std::string& text);
 
     const std::string path;
+    const Rotation rotation;
     std::mutex mutex;
-    Poco::AutoPtr<Poco::FileChannel> channel;  // guarded by mutex
-    bool failing = false;                      // guarded by mutex
-    std::string latestLost;                    // guarded by mutex; while it fails
+    int descriptor = -1;     // guarded by mutex; -1: not open
+    std::uint64_t size = 0;  // guarded by mutex; bytes in the file
+    bool failing = false;    // guarded by mutex
+    std::string latestLost;  // guarded by mutex; while it fails
     std::atomic<std::uint64_t> numberOfFailures{0};
 };
 
