@@ -1,5 +1,7 @@
 #include "LocalTime.hpp"
 
+#include <Poco/Timezone.h>
+
 #include <array>
 #include <ctime>
 
@@ -69,7 +71,7 @@ private:
         std::array<char, sizeof("2026-03-29T03:00:00.000+02:00") - 1> text{};
     };
 
-    /// What tzset leaves behind of a zone.
+    /// What POSIX tzset leaves behind of a zone.
     struct Zone {
         long offset = 0;
         const char* names[2] = {nullptr, nullptr};
@@ -90,7 +92,7 @@ private:
         if (now.tv_sec == lookedAt && presentZone() == zone) {
             return false;
         }
-        tzset();
+        Poco::Timezone::utcOffset();  // looks at it under the lock that everybody in the process shares
         lookedAt = now.tv_sec;
         return true;
     }

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -151,16 +150,6 @@ TEST(AutoMemoryTest, nothingOverlapsAndEverythingIsAligned)
         EXPECT_EQ(std::string(size, 'x'), std::string(array, size));
         std::memset(array, 0, size);
     }
-}
-
-TEST(AutoMemoryTest, whatCannotBeHadIsRefusedAndTheRestStays)
-{
-    AutoMemory memory;
-    const char* text = memory.strdup("text");
-
-    EXPECT_THROW(memory.allocateArray<std::uint64_t>(SIZE_MAX / 2), std::bad_alloc);
-    EXPECT_STREQ("text", text);
-    EXPECT_STREQ("more", memory.strdup("more"));
 }
 
 }  // namespace

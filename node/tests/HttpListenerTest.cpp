@@ -1,6 +1,9 @@
 #include <Poco/Net/ServerSocket.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "ListenerFixture.hpp"
 
 namespace ZorvNode {
@@ -51,6 +54,36 @@ protected:
         return status.st_mode;
     }
 };
+
+// --- nothing to do
+
+/// How often a thread of the process has gone to sleep.
+std::uint64_t sleeps()
+{
+    std::uint64_t sum = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream status(thread.path() / "status");
+        for (std::string word; status >> word;) {
+            std::uint64_t number = 0;
+            if (word == "voluntary_ctxt_switches:" && status >> number) {
+                sum += number;
+            }
+        }
+    }
+    return sum;
+}
+
+TEST_F(HttpListenerTest, wakesUpForNobody)
+{
+    start();
+    EXPECT_EQ("404", ask(get("/v1/nothing")).substr(0, 3));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    const std::uint64_t before = sleeps();
+
+    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+
+    EXPECT_LE(sleeps(), before + 2);  // this thread's own
+}
 
 // --- bounds
 

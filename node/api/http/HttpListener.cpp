@@ -138,13 +138,17 @@ void HttpListener::serve(const ServerSocket& socket, bool isLocal)
     Poco::Net::TCPServerParams::Ptr params(new Poco::Net::TCPServerParams);
     params->setMaxThreads(static_cast<int>(settings.connectionBound + refusalThreads));
     params->setMaxQueued(backlog);
-    servers.push_back(
-        std::make_unique<Poco::Net::TCPServer>(new ConnectionFactory(services, isLocal, log), threads, socket, params));
+    sockets.emplace_back(socket);
+    servers.push_back(std::make_unique<Poco::Net::TCPServer>(new ConnectionFactory(services, isLocal, log), threads,
+                                                             sockets.back(), params));
     servers.back()->start();
 }
 
 void HttpListener::stop()
 {
+    for (PatientServerSocket& socket : sockets) {
+        socket.tellStop();
+    }
     for (const auto& server : servers) {
         server->stop();
     }
@@ -156,6 +160,7 @@ void HttpListener::stop()
         services.connections.end(patience);
         threads.joinAll();
         servers.clear();
+        sockets.clear();
     }
 }
 

@@ -15,6 +15,7 @@
 #include "LogSink.hpp"
 #include "api/http/ApiSettings.hpp"
 #include "api/http/HttpServices.hpp"
+#include "api/http/PatientServerSocket.hpp"
 
 namespace ZorvNode {
 
@@ -40,6 +41,7 @@ private:
     const LogSinkT log;
     HttpServices services;
     Poco::ThreadPool threads;
+    std::vector<PatientServerSocket> sockets;  // of the servers
     std::vector<std::unique_ptr<Poco::Net::TCPServer>> servers;
     bool hasSocket = false;
 };
