@@ -149,6 +149,7 @@ TEST_F(MeIdTranslatorTest, threadsMayTranslateWhileTheModelChanges)
 {
     middleware.fmModel.setExternalId("router-17");
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([this] {
             for (int round = 0; round < 200; ++round) {

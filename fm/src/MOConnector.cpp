@@ -92,7 +92,7 @@ void MOConnector::applyConfiguredSeverity(Zorv::MoAccessor& accessor, const std:
 
 const AlarmData* MOConnector::findAlarmType(const AlarmData& alarm) const
 {
-    const auto cached = typeCache.find({alarm.majorType, alarm.minorType});
+    const auto cached = typeCache.find(typeOf(alarm));
     return cached == typeCache.end() ? nullptr : &cached->second;
 }
 
@@ -145,7 +145,7 @@ void MOConnector::remember(const AlarmData& alarm)
     type.probableCause = alarm.probableCause;
     type.hasConfiguredSeverity = alarm.hasConfiguredSeverity;
     type.configuredSeverity = alarm.configuredSeverity;
-    typeCache[{alarm.majorType, alarm.minorType}] = type;
+    typeCache[typeOf(alarm)] = type;
 }
 
 bool MOConnector::findAttrsUpdateAlarm(Zorv::MoAccessor& accessor, AlarmData* alarm)

@@ -8,8 +8,8 @@
 
 #include <cstdint>
 #include <list>
-#include <map>
 #include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "AlarmData.hpp"
@@ -63,12 +63,14 @@ public:
     void updateConfiguration(FmConfig& config);
 
 private:
-    using TypeT = std::pair<std::uint32_t, std::uint32_t>;
+    using TypeT = std::uint64_t;  // major type, then minor type
+
+    static TypeT typeOf(const AlarmData& alarm) { return std::uint64_t{alarm.majorType} << 32U | alarm.minorType; }
 
     static void readType(Zorv::MoAccessor& accessor, const std::string& typeDn, AlarmData& alarm);
     void remember(const AlarmData& alarm);
 
-    std::map<TypeT, AlarmData> typeCache;
+    std::unordered_map<TypeT, AlarmData> typeCache;
     AlarmTypeIndex typeIndex;
 };
 

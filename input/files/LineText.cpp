@@ -2,6 +2,8 @@
 
 #include <Poco/NumberFormatter.h>
 
+#include <algorithm>
+
 namespace ZorvInput {
 
 namespace {
@@ -22,6 +24,12 @@ std::size_t controlLength(const std::string& text, std::size_t position)
     return isLineEnd ? 3 : 0;
 }
 
+bool mayBeginControl(char character)
+{
+    const auto byte = static_cast<unsigned char>(character);
+    return byte < 0x20 || byte == 0x7F || byte == 0xC2 || byte == 0xE2;
+}
+
 std::string escaped(char character)
 {
     switch (character) {
@@ -39,11 +47,13 @@ std::string escaped(char character)
 
 }  // namespace
 
+/// Most texts are lines as they are.
 std::string toLineText(const std::string& text)
 {
-    std::string line;
+    const auto first = std::find_if(text.begin(), text.end(), mayBeginControl);
+    std::string line(text.begin(), first);
     line.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
+    for (std::size_t position = line.size(); position < text.size();) {
         std::size_t control = controlLength(text, position);
         if (control == 0) {
             line += text[position++];

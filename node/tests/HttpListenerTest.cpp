@@ -1,9 +1,6 @@
 #include <Poco/Net/ServerSocket.h>
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "ListenerFixture.hpp"
 
 namespace ZorvNode {
@@ -55,34 +52,30 @@ protected:
     }
 };
 
-// --- nothing to do
+// --- waiting
 
-/// How often a thread of the process has gone to sleep.
-std::uint64_t sleeps()
+TEST(PatientServerSocketTest, waitsForSomebodyHoweverLittleTimeIsGiven)
 {
-    std::uint64_t sum = 0;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
-        std::ifstream status(thread.path() / "status");
-        for (std::string word; status >> word;) {
-            std::uint64_t number = 0;
-            if (word == "voluntary_ctxt_switches:" && status >> number) {
-                sum += number;
-            }
-        }
-    }
-    return sum;
+    PatientServerSocket socket(Poco::Net::ServerSocket(Poco::Net::SocketAddress("127.0.0.1", 0)));
+    auto waiting = std::async(std::launch::async, [&] { return socket.poll(1, Poco::Net::Socket::SELECT_READ); });
+    EXPECT_EQ(std::future_status::timeout, waiting.wait_for(std::chrono::milliseconds(100)));
+
+    const Poco::Net::StreamSocket client(socket.address());
+
+    EXPECT_TRUE(waiting.get());
+    EXPECT_EQ(client.address(), socket.acceptConnection().peerAddress());
 }
 
-TEST_F(HttpListenerTest, wakesUpForNobody)
+TEST(PatientServerSocketTest, waitsNoMoreWhenItIsTold)
 {
-    start();
-    EXPECT_EQ("404", ask(get("/v1/nothing")).substr(0, 3));
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    const std::uint64_t before = sleeps();
+    PatientServerSocket socket(Poco::Net::ServerSocket(Poco::Net::SocketAddress("127.0.0.1", 0)));
+    auto waiting = std::async(std::launch::async, [&] { return socket.poll(1, Poco::Net::Socket::SELECT_READ); });
 
-    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+    socket.tellStop();
 
-    EXPECT_LE(sleeps(), before + 2);  // this thread's own
+    EXPECT_FALSE(waiting.get());
+    const Poco::Net::StreamSocket client(socket.address());
+    EXPECT_FALSE(socket.poll(1, Poco::Net::Socket::SELECT_READ));
 }
 
 // --- bounds

@@ -167,6 +167,7 @@ TEST_P(ModelRepositoryContractTest, descriptionsStayWhenTheModelGrows)
 TEST_P(ModelRepositoryContractTest, classesAreFoundFromSeveralThreadsWhileTheModelGrows)
 {
     std::vector<std::thread> threads;
+    threads.reserve(3);
     for (int number = 0; number < 3; ++number) {
         threads.emplace_back([this] {
             for (int round = 0; round < 50; ++round) {

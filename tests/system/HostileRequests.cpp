@@ -98,7 +98,7 @@ std::string brokenField(RandomT& random)
 {
     const std::vector<std::string> values = {"null", "-1",   "1e999", "99999999999999999999", "4294967296",
                                              "1.5",  "true", "[]",    "{\"a\":[[[[]]]]}"};
-    const std::string value = values[below(random, values.size())];
+    const std::string& value = values[below(random, values.size())];
     const std::string field = below(random, 2) == 0 ? "majorType" : "minorType";
     return publish(R"([{"raise":{"dn":"ManagedElement=1,Hostile=2","severity":"MAJOR","majorType":1,"minorType":1,")" +
                    field + "\":" + value + "}}]");
@@ -230,7 +230,7 @@ std::string anyMutation(RandomT& random)
         request("GET /v1/nothing", "Connection: close\r\n", ""), post("/v1/nothing", raise),
         post("/v1/components/Nobody/stop", "{}"),
         request("PUT /v1/levels", "Content-Type: text/plain\r\nContent-Length: 2\r\n", "{}")};
-    const std::string text = requests[below(random, requests.size())];
+    const std::string& text = requests[below(random, requests.size())];
     switch (below(random, 3)) {
     case 0:
         return truncated(text, random);
