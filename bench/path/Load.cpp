@@ -50,6 +50,30 @@ double Load::send(std::uint64_t number, const std::function<void()>& between)
     return SecondsT(ClockT::now() - begun).count();
 }
 
+std::vector<SecondsT> Load::raisePaced(std::uint64_t number, double rate)
+{
+    std::vector<ClockT::time_point> arrived(number);
+    std::vector<ClockT::time_point> sent(number);
+    const std::uint64_t first = prepared;
+    prepare("alarm", number);
+    consumers[0].noteArrivals(&arrived);
+    const auto begun = ClockT::now();
+    for (std::uint64_t i = 0; i < number; ++i) {
+        std::this_thread::sleep_until(
+            begun + std::chrono::duration_cast<ClockT::duration>(SecondsT(static_cast<double>(i) / rate)));
+        sent[i] = ClockT::now();
+        producer.send();
+    }
+    awaitDelivered(number);
+    consumers[0].noteArrivals(nullptr);
+    std::vector<SecondsT> latencies;
+    for (std::uint64_t i = 0; i < number; ++i) {
+        latencies.emplace_back(arrived[(RaisingProducer::firstTime + first + i) % number] - sent[i]);
+    }
+    return latencies;
+}
+
+/// Waits until both consumers have so many notifications more, of both versions.
 void Load::awaitDelivered(std::uint64_t number)
 {
     expected += number * versions * std::size(consumers);

@@ -22,16 +22,11 @@ public:
     /// @param between called after each hundred. @return seconds
     double send(std::uint64_t number, const std::function<void()>& between = {});
 
-    /// One.
-    void sendOne() { producer.send(); }
-
-    /// Waits until both consumers have so many notifications more, of both versions.
-    void awaitDelivered(std::uint64_t number);
-
-    /// From now on the first consumer notes when each arrives.
-    void noteArrivals(std::vector<ClockT::time_point>& places) { consumers[0].noteArrivals(places); }
+    /// Raises so many new alarms, evenly at a rate in alarms a second. @return how long each took to the first consumer
+    std::vector<SecondsT> raisePaced(std::uint64_t number, double rate);
 
 private:
+    void awaitDelivered(std::uint64_t number);
     std::uint64_t getDelivered() const;
 
     RaisingProducer producer;

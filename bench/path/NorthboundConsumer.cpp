@@ -44,9 +44,9 @@ std::uint64_t NorthboundConsumer::getNumber() const
     return port->number.load(std::memory_order_acquire);
 }
 
-void NorthboundConsumer::noteArrivals(std::vector<ClockT::time_point>& places)
+void NorthboundConsumer::noteArrivals(std::vector<ClockT::time_point>* places)
 {
-    port->arrivals = &places;
+    port->arrivals = places;
 }
 
 }  // namespace ZorvBench

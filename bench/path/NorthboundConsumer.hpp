@@ -21,8 +21,9 @@ public:
     /// Notifications of either version so far.
     std::uint64_t getNumber() const;
 
-    /// From now on the arrival of each version 3 notification is noted at places[event time modulo their number].
-    void noteArrivals(std::vector<ClockT::time_point>& places);
+    /// From now on the arrival of each version 3 notification is noted at places[event time modulo their number]; with
+    /// null no more.
+    void noteArrivals(std::vector<ClockT::time_point>* places);
 
 private:
     class Port;

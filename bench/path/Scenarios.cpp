@@ -1,9 +1,5 @@
 #include "Scenarios.hpp"
 
-#include <memory>
-#include <stdexcept>
-#include <thread>
-
 #include "Load.hpp"
 
 namespace ZorvBench {
@@ -47,24 +43,7 @@ void measureLatency(const Choice& choice)
     LoadedNode node(choice.node);
     Load load(node);
     node.start();
-    load.prepare("alarm", choice.alarms);
-    std::vector<ClockT::time_point> arrived(choice.alarms);
-    std::vector<ClockT::time_point> sent(choice.alarms);
-    load.noteArrivals(arrived);
-    const auto begun = ClockT::now();
-    for (std::uint64_t i = 0; i < choice.alarms; ++i) {
-        const auto due =
-            begun + std::chrono::duration_cast<ClockT::duration>(SecondsT(static_cast<double>(i) / choice.rate));
-        std::this_thread::sleep_until(due);
-        sent[i] = ClockT::now();
-        load.sendOne();
-    }
-    load.awaitDelivered(choice.alarms);
-    std::vector<SecondsT> latencies;
-    for (std::uint64_t i = 0; i < choice.alarms; ++i) {
-        latencies.emplace_back(arrived[(RaisingProducer::firstTime + i) % arrived.size()] - sent[i]);
-    }
-    sayLatencies("delivery", latencies);
+    sayLatencies("delivery", load.raisePaced(choice.alarms, choice.rate));
     node.stop();
 }
 

@@ -53,28 +53,6 @@ double walk(ZorvNode::Node& node, std::uint64_t expected)
     return SecondsT(ClockT::now() - begun).count();
 }
 
-/// The latencies of paced raises.
-std::vector<SecondsT> raisePaced(Load& load, std::uint64_t first, std::uint64_t number, double rate)
-{
-    std::vector<ClockT::time_point> arrived(number);
-    std::vector<ClockT::time_point> sent(number);
-    load.prepare("alarm", number);
-    load.noteArrivals(arrived);
-    const auto begun = ClockT::now();
-    for (std::uint64_t i = 0; i < number; ++i) {
-        std::this_thread::sleep_until(
-            begun + std::chrono::duration_cast<ClockT::duration>(SecondsT(static_cast<double>(i) / rate)));
-        sent[i] = ClockT::now();
-        load.sendOne();
-    }
-    load.awaitDelivered(number);
-    std::vector<SecondsT> latencies;
-    for (std::uint64_t i = 0; i < number; ++i) {
-        latencies.emplace_back(arrived[(RaisingProducer::firstTime + first + i) % number] - sent[i]);
-    }
-    return latencies;
-}
-
 /// What a start cannot do without: every item read and decoded.
 double readAndDecode(ZorvNode::ListStorage& lists, std::uint64_t expected)
 {
@@ -105,7 +83,7 @@ void measureWalk(const Choice& choice)
     load.prepare("alarm", choice.alarms);
     load.send(choice.alarms);
     const auto paced = static_cast<std::uint64_t>(choice.rate);  // of one second
-    sayLatencies("raise alone", raisePaced(load, choice.alarms, paced, choice.rate));
+    sayLatencies("raise alone", load.raisePaced(paced, choice.rate));
     say("walk", walk(*node, choice.alarms + paced), "s");
     std::atomic<bool> over{false};
     std::thread walker([&] {
@@ -121,7 +99,7 @@ void measureWalk(const Choice& choice)
             });
         }
     });
-    const auto latencies = raisePaced(load, choice.alarms + paced, paced, choice.rate);
+    const auto latencies = load.raisePaced(paced, choice.rate);
     over = true;
     walker.join();
     sayLatencies("raise beside a walk", latencies);
