@@ -31,15 +31,14 @@ const char* const attributes[] = {"fmAlarmId",
                                   "eventType",
                                   nullptr};
 
-/// All attributes of all alarms in one transaction. @return seconds
-double walk(ZorvNode::Node& node, std::uint64_t expected)
+/// All attributes of all alarms in one transaction, unless it is over before. @return how many alarms
+std::uint64_t walk(ZorvNode::Node& node, const std::atomic<bool>& isOver)
 {
-    const auto begun = ClockT::now();
     std::uint64_t number = 0;
     node.management.transact([&](unsigned long txHandle) {
         const std::uint64_t iterator = node.objects.newIterator(txHandle, fmObject, "FmAlarm");
         const std::string parent = std::string(fmObject) + ",";
-        while (const char* const name = node.objects.next(iterator)) {
+        while (const char* const name = isOver ? nullptr : node.objects.next(iterator)) {
             YaltOamSpiMoAttributesResult_3T results{};
             node.objects.getAttributes(txHandle, parent + name, attributes, results);
             results.releaseAttributesResultCB(&results);
@@ -47,10 +46,7 @@ double walk(ZorvNode::Node& node, std::uint64_t expected)
         }
         node.objects.finalizeIterator(iterator);
     });
-    if (number != expected) {
-        throw std::runtime_error("the walk finds " + std::to_string(number) + " alarms");
-    }
-    return SecondsT(ClockT::now() - begun).count();
+    return number;
 }
 
 /// What a start cannot do without: every item read and decoded.
@@ -84,23 +80,19 @@ void measureWalk(const Choice& choice)
     load.send(choice.alarms);
     const auto paced = static_cast<std::uint64_t>(choice.rate);  // of one second
     sayLatencies("raise alone", load.raisePaced(paced, choice.rate));
-    say("walk", walk(*node, choice.alarms + paced), "s");
-    std::atomic<bool> over{false};
+    std::atomic<bool> isOver{false};
+    const auto begun = ClockT::now();
+    if (const std::uint64_t number = walk(*node, isOver); number != choice.alarms + paced) {
+        throw std::runtime_error("the walk finds " + std::to_string(number) + " alarms");
+    }
+    say("walk", SecondsT(ClockT::now() - begun).count(), "s");
     std::thread walker([&] {
-        while (!over) {
-            node->management.transact([&](unsigned long txHandle) {
-                const std::uint64_t iterator = node->objects.newIterator(txHandle, fmObject, "FmAlarm");
-                const std::string parent = std::string(fmObject) + ",";
-                while (const char* const name = over ? nullptr : node->objects.next(iterator)) {
-                    YaltOamSpiMoAttributesResult_3T results{};
-                    node->objects.getAttributes(txHandle, parent + name, attributes, results);
-                    results.releaseAttributesResultCB(&results);
-                }
-            });
+        while (!isOver) {
+            walk(*node, isOver);
         }
     });
     const auto latencies = load.raisePaced(paced, choice.rate);
-    over = true;
+    isOver = true;
     walker.join();
     sayLatencies("raise beside a walk", latencies);
     node.stop();

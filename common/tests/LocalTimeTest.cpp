@@ -74,15 +74,15 @@ TEST_P(LocalTimeTest, theEndsOfTheRange)
 TEST_P(LocalTimeTest, anotherZoneIsNoticedAtOnce)
 {
     const std::uint64_t nanos = summerTime2026 * second;
-    for (const char* zone : {"UTC0", GetParam(), "XXX-14", GetParam()}) {
+    for (const char* zone : {"UTC0", GetParam(), "LINT-14", GetParam()}) {
         setZone(zone);
         EXPECT_EQ(byTheLibrary(nanos), localTimeText(nanos)) << zone;
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(zones, LocalTimeTest,
-                         ::testing::Values("UTC0", "CET-1CEST,M3.5.0,M10.5.0/3", "NST3:30NDT,M3.2.0,M11.1.0", "XXX-14",
-                                           "YYY12:59:59", "IST-5:30", ":Europe/Berlin", ":America/St_Johns",
+                         ::testing::Values("UTC0", "CET-1CEST,M3.5.0,M10.5.0/3", "NST3:30NDT,M3.2.0,M11.1.0", "LINT-14",
+                                           "AOE12:59:59", "IST-5:30", ":Europe/Berlin", ":America/St_Johns",
                                            ":Australia/Lord_Howe", ":Africa/Casablanca", ":Pacific/Apia",
                                            ":Asia/Kathmandu", ":no/such/zone"));
 

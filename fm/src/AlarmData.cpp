@@ -50,28 +50,8 @@ AlarmData::AlarmData(const YaltOamSpiNotificationFmStruct_4& notification)
 }
 
 AlarmData::AlarmData(const AlarmData& other)
-    : dn(other.dn),
-      majorType(other.majorType),
-      minorType(other.minorType),
-      originalAdditionalText(other.originalAdditionalText),
-      severity(other.severity),
-      originalSeverity(other.originalSeverity),
-      eventTime(other.eventTime),
-      originalEventTime(other.originalEventTime),
-      clearEventTime(other.clearEventTime),
-      hasConfiguredSeverity(other.hasConfiguredSeverity),
-      configuredSeverity(other.configuredSeverity),
-      seqNo(other.seqNo),
-      originalSeqNo(other.originalSeqNo),
-      alarmId(other.alarmId),
-      stateful(other.stateful),
-      eventType(other.eventType),
-      probableCause(other.probableCause),
-      specificProblem(other.specificProblem),
-      additionalInfo(other.getAdditionalInfo()),
-      additionalText(other.getAdditionalText()),
-      additionalTextForClear(other.additionalTextForClear)
 {
+    assign(other);
 }
 
 AlarmData& AlarmData::operator=(const AlarmData& other)

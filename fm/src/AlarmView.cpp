@@ -47,13 +47,13 @@ void AlarmView::remove(std::uint64_t position)
     if (place == present.end() || place->position != position) {
         return;
     }
-    --number;
     if (present.size() == 1) {
         chunks.erase(chunks.begin() + static_cast<std::ptrdiff_t>(chunk));
-        return;
+    } else {
+        AlarmsT& alarms = writable(chunk);
+        alarms.erase(placeOf(position, alarms));
     }
-    AlarmsT& alarms = writable(chunk);
-    alarms.erase(placeOf(position, alarms));
+    --number;
 }
 
 std::vector<AlarmChunkT> AlarmView::take()

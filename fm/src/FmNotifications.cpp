@@ -13,7 +13,7 @@ namespace {
 /// Texts behind each other in one piece of memory.
 class TextCopier {
 public:
-    TextCopier(std::unique_ptr<char[]>& texts, std::size_t size) : place((texts.reset(new char[size]), texts.get())) {}
+    explicit TextCopier(char* memory) : place(memory) {}
 
     char* copy(std::string_view text)
     {
@@ -57,7 +57,8 @@ void fillAlarm(ValueT& value, NotificationMemory& memory, const AlarmData& data)
 {
     const std::string additionalText = data.getAdditionalText();
     const AdditionalInfoT info = data.getAdditionalInfo();
-    TextCopier texts(memory.texts, sizeOfTexts(data, additionalText, info));
+    memory.texts.reset(new char[sizeOfTexts(data, additionalText, info)]);
+    TextCopier texts(memory.texts.get());
     FmAlarmBlock& block = memory.block;
     block.dn = texts.copy(data.dn);
     block.majorType = data.majorType;

@@ -111,6 +111,7 @@ void InboxKeeper::noteHandled()
         trimmedAt = now;
     } else if (now - trimmedAt >= settings.grace) {
         source.allowMore();
+        source.sendPortion();
         trimmedAt = now;
     }
 }

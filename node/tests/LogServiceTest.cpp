@@ -139,6 +139,20 @@ TEST_F(LogServiceTest, theLatestFilesAreKeptInTheirOrder)
     EXPECT_EQ(4U, files.size());
 }
 
+TEST_F(LogServiceTest, whenFewerAreKeptThanBeforeTheOthersGo)
+{
+    for (const std::uint32_t kept : {4U, 2U}) {
+        LogService log(directory.path(), 6, {1000, kept});
+        for (int count = 0; count < 100; ++count) {
+            log.write("FmAlarmLog", 6, std::string(99, 'x'));
+        }
+    }
+
+    std::set<std::string> files;
+    Poco::Glob::glob(directory.path("FmAlarmLog.log*"), files);
+    EXPECT_EQ(3U, files.size());
+}
+
 TEST_F(LogServiceTest, nothingOfALostTextStandsInTheFile)
 {
     LogService log(directory.path(), 6, {});

@@ -212,6 +212,23 @@ TEST_F(SourceWindowFullTest, noMoreMayBeSentWhileThereIsSomethingOnItsWay)
     EXPECT_EQ(2U, source.getLastTaken().number);
 }
 
+TEST_F(SourceWindowFullTest, whatIsNeverSeenToBeHandledIsSentAllTheSame)
+{
+    subscribe(consumer);
+    publish(source, {1, 2, 3, 4, 5});
+    std::atomic<std::uint64_t> looks{0};
+
+    const InboxKeeper keeper(
+        source, {[&] { return ++looks; }, [] { return std::uint64_t{0}; }},
+        {std::chrono::milliseconds(1), std::chrono::milliseconds(1), std::chrono::milliseconds(1)});
+    for (int attempt = 0; attempt < 10000 && source.getLastTaken().number < 5; ++attempt) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
+    EXPECT_THAT(consumer->events(router), ElementsAre("Port=1", "Port=2", "Port=3", "Port=4", "Port=5"));
+    EXPECT_EQ(5U, source.getNumberInInbox());
+}
+
 TEST_F(SourceWindowTest, aSubscriberThatComesBackGetsTheInboxBitByBit)
 {
     publish(source, {1, 2, 3});

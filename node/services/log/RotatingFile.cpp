@@ -96,6 +96,9 @@ void RotatingFile::putAside()
 {
     close();
     const auto aside = [this](std::uint32_t number) { return path + "." + std::to_string(number); };
+    for (std::uint32_t number = rotation.keptFiles; std::remove(aside(number).c_str()) == 0;) {
+        ++number;  // of a time when more were kept
+    }
     for (std::uint32_t number = rotation.keptFiles - 1; number > 0; --number) {
         std::rename(aside(number - 1).c_str(), aside(number).c_str());
     }
