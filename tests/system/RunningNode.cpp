@@ -15,7 +15,7 @@ namespace ZorvTest {
 
 namespace {
 
-constexpr std::chrono::seconds longestStart(30);
+constexpr std::chrono::seconds longestWait(30);
 constexpr std::chrono::milliseconds pause(5);
 
 Poco::Net::StreamSocket connect(const std::string& socket)
@@ -46,7 +46,7 @@ RunningNode::RunningNode(const NodeFiles& files, const std::vector<std::string>&
 
 void RunningNode::awaitReadiness()
 {
-    const auto latest = std::chrono::steady_clock::now() + longestStart;
+    const auto latest = std::chrono::steady_clock::now() + longestWait;
     while (!answers(nodeFiles.socket())) {
         if (zorvd->hasEnded() || std::chrono::steady_clock::now() > latest) {
             zorvd->signal(SIGKILL);
@@ -86,6 +86,16 @@ std::string RunningNode::request(const std::string& method, const std::string& t
 void RunningNode::settle() const
 {
     EXPECT_EQ(R"({"quiet":true})", request("POST", "/v1/settle", R"({"quietSeconds":0.3})"));
+}
+
+void RunningNode::awaitStreams(unsigned number) const
+{
+    const std::string wanted = "\"streams\":" + std::to_string(number) + ",";
+    const auto latest = std::chrono::steady_clock::now() + longestWait;
+    while (request("GET", "/v1/counters").find(wanted) == std::string::npos) {
+        ASSERT_LT(std::chrono::steady_clock::now(), latest) << "there are no " << number << " streams";
+        std::this_thread::sleep_for(pause);
+    }
 }
 
 ProcessResult RunningNode::stop()

@@ -27,6 +27,9 @@ public:
     /// Waits until everything published has been handled and written.
     void settle() const;
 
+    /// Waits until so many streams have been opened since the start.
+    void awaitStreams(unsigned number) const;
+
     /// SIGTERM, and its end.
     ProcessResult stop();
     void kill();

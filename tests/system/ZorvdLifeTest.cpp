@@ -56,7 +56,7 @@ TEST_F(ZorvdLifeTest, sigtermEndsStreamsAndWaitingRequests)
     RunningNode node(files);
     RunningProcess follower(ctlCommand(files.socket(), {"notifications", "--follow"}));
     RunningProcess log(ctlCommand(files.socket(), {"log", "--follow"}));
-    ASSERT_TRUE(log.awaitOutput("node started"));
+    node.awaitStreams(2);
 
     EXPECT_EQ(0, node.stop().exitCode);
 
