@@ -53,6 +53,7 @@ private:
     };
 
     void* allocate(std::size_t count, std::size_t size);
+    void* takeRoom(std::size_t size);
     void* newBlock(std::size_t size);
 
     std::vector<OwnedObject> objects;

@@ -41,17 +41,21 @@ void AutoMemory::free()
 char* AutoMemory::strdup(const std::string& text)
 {
     const std::size_t length = std::strlen(text.c_str());
-    char* copy = allocateArray<char>(length + 1);
-    std::memcpy(copy, text.data(), length);
-    return copy;
+    return static_cast<char*>(std::memcpy(takeRoom(length + 1), text.c_str(), length + 1));
 }
 
 void* AutoMemory::allocate(std::size_t count, std::size_t size)
 {
-    if (count > largestShared / size) {
-        return newBlock(__builtin_mul_overflow(count, size, &size) ? SIZE_MAX : size);
+    const std::size_t bytes = __builtin_mul_overflow(count, size, &size) ? SIZE_MAX : size;
+    return std::memset(takeRoom(bytes), 0, bytes);
+}
+
+void* AutoMemory::takeRoom(std::size_t size)
+{
+    if (size > largestShared) {
+        return newBlock(size);
     }
-    const std::size_t needed = (std::max<std::size_t>(count * size, 1) + alignment - 1) / alignment * alignment;
+    const std::size_t needed = (std::max<std::size_t>(size, 1) + alignment - 1) / alignment * alignment;
     if (needed > room) {
         blockSize = std::clamp(2 * blockSize, smallestBlock, largestBlock);
         place = static_cast<char*>(newBlock(blockSize));
@@ -64,7 +68,7 @@ void* AutoMemory::allocate(std::size_t count, std::size_t size)
 void* AutoMemory::newBlock(std::size_t size)
 {
     blocks.push_back(nullptr);  // first, so that a block is never without an owner
-    blocks.back() = std::calloc(1, size);
+    blocks.back() = std::malloc(size);
     if (blocks.back() == nullptr) {
         blocks.pop_back();
         throw std::bad_alloc();

@@ -122,6 +122,15 @@ TEST(AutoMemoryTest, arraysAreZeroFilled)
     EXPECT_THAT(std::vector<uint64_t>(numbers, numbers + 3), ElementsAre(0, 0, 0));
 }
 
+TEST(AutoMemoryTest, arraysAreZeroFilledAlsoInMemoryThatWasUsed)
+{
+    AutoMemory memory;
+    std::memset(memory.allocateArray<char>(1000), 'x', 1000);
+    memory.free();
+
+    EXPECT_EQ(std::string(1000, '\0'), std::string(memory.allocateArray<char>(1000), 1000));
+}
+
 TEST(AutoMemoryTest, anEmptyArrayHasAPlaceToo)
 {
     AutoMemory memory;

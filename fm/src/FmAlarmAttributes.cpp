@@ -1,7 +1,7 @@
 #include "FmAlarmAttributes.hpp"
 
+#include <cstring>
 #include <iterator>
-#include <string_view>
 
 #include "Logging.hpp"
 
@@ -81,7 +81,7 @@ AttributeT convertAdditionalInfo(const AlarmData& alarm, MemoryT& memory)
 }
 
 struct Attribute {
-    std::string_view name;
+    const char* name;
     ReaderT read;
 };
 
@@ -104,14 +104,14 @@ const Attribute attributes[] = {
     {"originalEventTime", [](const AlarmData& a, MemoryT& m) { return madeText(a.getOriginalEventTimeStr(), m); }},
     {"eventType", [](const AlarmData& a, MemoryT& m) { return enumeration(a.eventType, m); }}};
 
-/// Whoever reads several attributes mostly asks for them in the same order: the search begins behind the latest one.
-const Attribute* find(std::string_view name)
+/// Whoever reads several attributes mostly asks for them in the order of the class.
+const Attribute* find(const char* name, std::size_t& next)
 {
-    thread_local std::size_t latest = 0;
     for (std::size_t i = 0; i < std::size(attributes); ++i) {
-        latest = latest + 1 < std::size(attributes) ? latest + 1 : 0;
-        if (attributes[latest].name == name) {
-            return &attributes[latest];
+        const Attribute& attribute = attributes[next];
+        next = next + 1 < std::size(attributes) ? next + 1 : 0;
+        if (std::strcmp(attribute.name, name) == 0) {
+            return &attribute;
         }
     }
     return nullptr;
@@ -119,10 +119,10 @@ const Attribute* find(std::string_view name)
 
 }  // namespace
 
-bool read(const AlarmData& alarm, const char* attributeName, Zorv::AutoMemory& memory,
+bool read(const AlarmData& alarm, const char* attributeName, std::size_t& next, Zorv::AutoMemory& memory,
           YaltOamSpiMoAttribute_3T& attribute)
 {
-    const Attribute* const found = find(attributeName);
+    const Attribute* const found = find(attributeName, next);
     if (found == nullptr) {
         return false;
     }

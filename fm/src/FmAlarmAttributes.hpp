@@ -5,6 +5,7 @@
 /// Failure:   std::bad_alloc.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "AlarmData.hpp"
@@ -16,7 +17,8 @@ namespace FmAlarmAttributes {
 
 /// False when the class has no such attribute.
 /// @param alarm outlives the attribute.
-bool read(const AlarmData& alarm, const char* attributeName, Zorv::AutoMemory& memory,
+/// @param next where the attribute's name is looked for first, and then that of the next one; 0 at first.
+bool read(const AlarmData& alarm, const char* attributeName, std::size_t& next, Zorv::AutoMemory& memory,
           YaltOamSpiMoAttribute_3T& attribute);
 
 /// The severity as the class's enumeration knows it.

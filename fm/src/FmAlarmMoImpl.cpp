@@ -185,14 +185,15 @@ const AlarmData* FmAlarmMoImpl::lookupAlarm(unsigned long txHandle, const char* 
 /// The caller holds the mutex.
 FmAlarmMoImpl::Reading FmAlarmMoImpl::beginReading(unsigned long txHandle, const char* dn)
 {
-    return {txHandle, dn, lookupAlarm(txHandle, dn), resultMemory[txHandle]};
+    return {txHandle, dn, lookupAlarm(txHandle, dn), resultMemory[txHandle], 0};
 }
 
-YaltReturnT FmAlarmMoImpl::read(const Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute)
+YaltReturnT FmAlarmMoImpl::read(Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute)
 {
     ZORV_TRACE(" >> '%lu', '%s', '%s'", from.txHandle, from.dn, attributeName);
     YaltReturnT result = ZORV_RETURN_NOT_FOUND;
-    if (from.alarm != nullptr && FmAlarmAttributes::read(*from.alarm, attributeName, from.memory, attribute)) {
+    if (from.alarm != nullptr &&
+        FmAlarmAttributes::read(*from.alarm, attributeName, from.nextAttribute, from.memory, attribute)) {
         result = ZORV_RETURN_OK;
     }
     ZORV_TRACE(" << Retval: %s", std::to_string(result).c_str());
@@ -204,7 +205,7 @@ YaltReturnT FmAlarmMoImpl::getMoAttribute(unsigned long txHandle, const char* dn
 {
     const Poco::FastMutex::ScopedLock lock(mutex);
     YaltOamSpiMoAttribute_3T attribute{};
-    const Reading from = beginReading(txHandle, dn);
+    Reading from = beginReading(txHandle, dn);
     const YaltReturnT code = read(from, attributeName, attribute);
     if (code == ZORV_RETURN_OK) {
         auto* kept = from.memory.allocateArray<YaltOamSpiMoAttribute_3T>(1);
@@ -223,7 +224,7 @@ YaltReturnT FmAlarmMoImpl::getMoAttributes(unsigned long txHandle, const char* d
         ++count;
     }
     auto* attributes = resultMemory[txHandle].allocateArray<YaltOamSpiMoAttribute_3T>(count);
-    const std::optional<Reading> from = count == 0 ? std::nullopt : std::optional(beginReading(txHandle, dn));
+    std::optional<Reading> from = count == 0 ? std::nullopt : std::optional(beginReading(txHandle, dn));
     for (std::uint32_t i = 0; i < count; ++i) {
         const YaltReturnT code = read(*from, attributeNames[i], attributes[i]);
         if (code != ZORV_RETURN_OK) {

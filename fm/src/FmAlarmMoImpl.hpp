@@ -71,12 +71,13 @@ private:
         const char* dn;
         const AlarmData* alarm;  // null when there is none
         Zorv::AutoMemory& memory;
+        std::size_t nextAttribute = 0;
     };
 
     const AlarmSnapshot& snapshotOf(unsigned long txHandle);
     const AlarmData* lookupAlarm(unsigned long txHandle, const char* dn);
     Reading beginReading(unsigned long txHandle, const char* dn);
-    static YaltReturnT read(const Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute);
+    static YaltReturnT read(Reading& from, const char* attributeName, YaltOamSpiMoAttribute_3T& attribute);
     void drop(unsigned long txHandle);
 
     Poco::FastMutex mutex;
