@@ -105,6 +105,7 @@ void Database::open()
     sqlite3_extended_result_codes(handle.get(), 1);
     sqlite3_db_config(handle.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     execute("PRAGMA locking_mode = EXCLUSIVE");
+    frame = std::make_unique<Frame>(*this);
 }
 
 /// Makes sure that the file is ours, whole, and of the latest version, before anything is written to it.

@@ -66,6 +66,9 @@ public:
 
 private:
     friend class Statement;
+    friend class Transaction;
+
+    struct Frame;  // the statements around a transaction
 
     struct Closer {
         void operator()(sqlite3* opened) const;
@@ -82,6 +85,7 @@ private:
     std::unique_ptr<sqlite3, Closer> handle;  // used under mutex
     std::function<void()> preparation;        // of checkpoints; used under mutex
     bool isPreparing = false;                 // used under mutex
+    std::unique_ptr<Frame> frame;
     FailureReport writes;
     FailureReport checkpointReport;
     std::unique_ptr<Checkpointer> checkpointer;

@@ -1,14 +1,23 @@
 #include "api/http/BoundedSocket.hpp"
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
+#include <utility>
 
 namespace ZorvNode {
 
 using std::chrono::microseconds;
 using std::chrono::steady_clock;
+
+namespace {
+
+constexpr std::int64_t longestPoll = 3600000;  // ms
+
+}  // namespace
 
 BoundedSocket::BoundedSocket(const Poco::Net::StreamSocket& connected)
     : StreamSocketImpl(connected.impl()->sockfd()),
@@ -34,10 +43,12 @@ int BoundedSocket::receiveBytes(void* buffer, int length, int flags)
         refusal = Refusal::tooLarge;
         throw Poco::IOException("more bytes than are allowed");
     }
-    const auto left = std::chrono::duration_cast<microseconds>(latest - steady_clock::now());
-    if (left.count() <= 0 || !poll(Poco::Timespan(left.count()), SELECT_READ)) {
-        refusal = Refusal::tooSlow;
-        throw Poco::TimeoutException("not received in time");
+    if (!std::exchange(isReadable, false)) {
+        const auto left = std::chrono::duration_cast<microseconds>(latest - steady_clock::now());
+        if (left.count() <= 0 || !await(Poco::Timespan(left.count()))) {
+            refusal = Refusal::tooSlow;
+            throw Poco::TimeoutException("not received in time");
+        }
     }
     const int most = static_cast<int>(std::min(bytesLeft, static_cast<std::size_t>(length)));
     const int received = inner.impl()->receiveBytes(buffer, most, flags);
@@ -60,8 +71,27 @@ int BoundedSocket::sendBytes(const void* buffer, int length, int flags)
 
 bool BoundedSocket::poll(const Poco::Timespan& timeout, int mode)
 {
-    const bool isDecrypted = (mode & SELECT_READ) != 0 && inner.secure() && inner.available() > 0;
-    return isDecrypted || inner.poll(timeout, mode);
+    if (mode != SELECT_READ) {
+        return inner.poll(timeout, mode);
+    }
+    isReadable = await(timeout);
+    return isReadable;
+}
+
+/// The library's own way makes a descriptor for each time.
+bool BoundedSocket::await(const Poco::Timespan& timeout)
+{
+    if (inner.secure() && inner.available() > 0) {
+        return true;  // decrypted already
+    }
+    pollfd waiting = {sockfd(), POLLIN, 0};
+    const auto end = steady_clock::now() + microseconds(timeout.totalMicroseconds());
+    int ready = 0;
+    do {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now()).count();
+        ready = ::poll(&waiting, 1, static_cast<int>(std::clamp<std::int64_t>(left, 0, longestPoll)));
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0;
 }
 
 void BoundedSocket::shutdown()
@@ -106,12 +136,18 @@ Poco::Timespan BoundedSocket::getReceiveTimeout()
 
 Poco::Net::SocketAddress BoundedSocket::address()
 {
-    return inner.address();
+    if (!ownAddress) {
+        ownAddress = inner.address();
+    }
+    return *ownAddress;
 }
 
 Poco::Net::SocketAddress BoundedSocket::peerAddress()
 {
-    return inner.peerAddress();
+    if (!peersAddress) {
+        peersAddress = inner.peerAddress();
+    }
+    return *peersAddress;
 }
 
 bool BoundedSocket::secure() const

@@ -11,6 +11,7 @@
 #include <Poco/Net/StreamSocketImpl.h>
 
 #include <chrono>
+#include <optional>
 
 namespace ZorvNode {
 
@@ -50,9 +51,14 @@ protected:
     ~BoundedSocket() override;
 
 private:
+    bool await(const Poco::Timespan& timeout);
+
     Poco::Net::StreamSocket inner;
+    std::optional<Poco::Net::SocketAddress> ownAddress;  // asked for at each request; they stay the same
+    std::optional<Poco::Net::SocketAddress> peersAddress;
     std::size_t bytesLeft = 0;
     Refusal refusal = Refusal::none;
+    bool isReadable = false;  // was found, and nothing received since
     bool ended = false;
     bool stalled = false;
     std::chrono::steady_clock::time_point latest;
