@@ -3,14 +3,14 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "ManyTypes.hpp"
 #include "SkippedTime.hpp"
 
 namespace ZorvBench {
 
 namespace {
 
-constexpr std::uint64_t stride = 7919;  // a prime, so that it comes to every number
-constexpr std::uint64_t alarmsOfType = 100;
+constexpr std::uint64_t stride = 7919;                    // a prime, so that it comes to every number
 constexpr std::uint64_t firstTime = 1714543200000000000;  // ns
 constexpr std::uint64_t timeBetween = 1000000;            // ns
 const char* const texts[] = {"no light received for more than ten seconds",
@@ -98,10 +98,9 @@ void ActiveAlarms::handle(const std::string& dn, std::uint64_t number, std::int3
 ZorvFm::AlarmData ActiveAlarms::notify(const std::string& dn, std::uint64_t number, std::int32_t severity,
                                        bool isSecondText)
 {
-    const auto type = static_cast<std::uint32_t>(number % size() / alarmsOfType);
     return ZorvFm::AlarmData(YaltOamSpiNotificationFmStruct_4{dn.c_str(),
-                                                              PartsNode::majorType,
-                                                              PartsNode::firstType + type,
+                                                              majorTypeOfMany,
+                                                              typeOfMany(number % size()),
                                                               firstTime + ++notifications * timeBetween,
                                                               texts[isSecondText ? 1 : 0],
                                                               severity,

@@ -4,13 +4,11 @@
 
 #include "FmComponentManager.hpp"
 #include "FmEventProducer.hpp"
-#include "model/ModelReader.hpp"
+#include "ManyTypes.hpp"
 
 namespace ZorvBench {
 
 namespace {
-
-const std::string alarmModel = "ManagedElement=1,SystemFunctions=1,Fm=1,FmAlarmModel=many";
 
 /// The library is not loaded: the node is never started.
 ZorvNode::NodeConfiguration configurationOf(const ZorvTest::TemporaryDirectory& folder)
@@ -23,39 +21,6 @@ ZorvNode::NodeConfiguration configurationOf(const ZorvTest::TemporaryDirectory& 
     std::filesystem::create_directories(configuration.logDirectory);
     std::filesystem::create_directories(configuration.store.directory);
     return configuration;
-}
-
-template <class ScalarT>
-ZorvInput::MoValue valueOf(std::int32_t type, ScalarT scalar)
-{
-    return {type, {ZorvInput::MoScalarT(scalar)}};
-}
-
-ZorvInput::MoInstanceT alarmType(std::uint32_t minorType)
-{
-    auto type = std::make_shared<ZorvInput::MoInstance>();
-    type->dn = alarmModel + ",FmAlarmType=" + std::to_string(minorType);
-    type->attributes = {
-        {"majorType", valueOf(YALT_MO_ATTRIBUTE_UINT32, std::uint64_t{PartsNode::majorType})},
-        {"minorType", valueOf(YALT_MO_ATTRIBUTE_UINT32, std::uint64_t{minorType})},
-        {"isStateful", valueOf(YALT_MO_ATTRIBUTE_BOOL, true)},
-        {"eventType", valueOf(YALT_MO_ATTRIBUTE_ENUM, std::int32_t{2})},
-        {"probableCause", valueOf(YALT_MO_ATTRIBUTE_UINT32, std::uint64_t{29})},
-        {"specificProblem", valueOf(YALT_MO_ATTRIBUTE_STRING, std::string("Loss of Signal"))},
-    };
-    return type;
-}
-
-ZorvInput::ModelFile modelWithManyTypes(const std::string& path)
-{
-    ZorvInput::ModelFile file = ZorvInput::readModel(path);
-    auto model = std::make_shared<ZorvInput::MoInstance>();
-    model->dn = alarmModel;
-    file.tree.put(std::move(model));
-    for (std::uint32_t i = 0; i < PartsNode::numberOfTypes; ++i) {
-        file.tree.put(alarmType(PartsNode::firstType + i));
-    }
-    return file;
 }
 
 }  // namespace

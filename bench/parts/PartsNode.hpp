@@ -1,7 +1,6 @@
 /// A node's services in this process, without any library: the parts are linked into the program and find them.
 ///
-/// The model has many alarm types, numbered from firstType on, all alike: stateful, without a severity of their own. Lists
-/// are kept in memory.
+/// The model has many alarm types. Lists are kept in memory.
 ///
 /// Threads:   one makes and destroys it; one at a time.
 /// Failure:   std::exception.
@@ -14,10 +13,6 @@ namespace ZorvBench {
 
 class PartsNode {
 public:
-    static constexpr std::uint32_t majorType = 32473;
-    static constexpr std::uint32_t firstType = 10000;
-    static constexpr std::uint32_t numberOfTypes = 1000;
-
     PartsNode();
     ~PartsNode();
 

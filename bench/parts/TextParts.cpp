@@ -5,6 +5,7 @@
 
 #include "Alarm.hpp"
 #include "FmNotifications.hpp"
+#include "ManyTypes.hpp"
 #include "Parts.hpp"
 #include "Serialize.hpp"
 
@@ -20,8 +21,8 @@ const ZorvFm::Alarm& typicalAlarm()
     static const ZorvFm::Alarm alarm = [] {
         ZorvFm::AlarmData data;
         data.dn = "ManagedElement=1,Equipment=1,Slot=1,Port=0000001";
-        data.majorType = PartsNode::majorType;
-        data.minorType = PartsNode::firstType;
+        data.majorType = majorTypeOfMany;
+        data.minorType = firstOfManyTypes;
         data.severity = YALT_FM_SEVERITY_MAJOR;
         data.eventTime = 1714543200000000000;
         data.stateful = true;

@@ -50,6 +50,16 @@ double Load::send(std::uint64_t number, const std::function<void()>& between)
     return SecondsT(ClockT::now() - begun).count();
 }
 
+double Load::sendAtOnce(std::uint64_t number, std::uint64_t reports)
+{
+    const auto begun = ClockT::now();
+    for (std::uint64_t i = 0; i < number; ++i) {
+        producer.send();
+    }
+    awaitDelivered(reports);
+    return SecondsT(ClockT::now() - begun).count();
+}
+
 std::vector<SecondsT> Load::raisePaced(std::uint64_t number, double rate)
 {
     std::vector<ClockT::time_point> arrived(number);

@@ -18,9 +18,14 @@ public:
     /// Prepares so many, which send sends in their order.
     void prepare(const std::string& kind, std::uint64_t number);
 
+    void prepare(const Sent& sent) { producer.prepare(sent); }
+
     /// So many as fast as they are taken, until both consumers have both versions.
     /// @param between called after each hundred. @return seconds
     double send(std::uint64_t number, const std::function<void()>& between = {});
+
+    /// So many at once, until both consumers have both versions of so many reports. @return seconds
+    double sendAtOnce(std::uint64_t number, std::uint64_t reports);
 
     /// Raises so many new alarms, evenly at a rate in alarms a second. @return how long each took to the first consumer
     std::vector<SecondsT> raisePaced(std::uint64_t number, double rate);

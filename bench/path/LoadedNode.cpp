@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "model/ModelReader.hpp"
+#include "ManyTypes.hpp"
 
 namespace ZorvBench {
 
@@ -47,7 +47,7 @@ void LoadedNode::stop()
 void LoadedNode::renew()
 {
     node.reset();
-    node = std::make_unique<ZorvNode::Node>(configuration, ZorvInput::readModel(configuration.model));
+    node = std::make_unique<ZorvNode::Node>(configuration, modelWithManyTypes(configuration.model));
 }
 
 }  // namespace ZorvBench

@@ -6,6 +6,18 @@
 
 namespace ZorvBench {
 
+namespace {
+
+std::string dnOf(std::uint64_t number)
+{
+    char dn[64];
+    std::snprintf(dn, sizeof(dn), "ManagedElement=1,Equipment=1,Slot=%u,Port=%06u", static_cast<unsigned>(number % 16),
+                  static_cast<unsigned>(number));
+    return dn;
+}
+
+}  // namespace
+
 /// Remembers the one consumer of applications' notifications.
 class RaisingProducer::Port : public ZorvNode::RouterProducer {
 public:
@@ -49,10 +61,7 @@ RaisingProducer::~RaisingProducer()
 
 void RaisingProducer::prepare(const Sent& sent)
 {
-    char dn[64];
-    std::snprintf(dn, sizeof(dn), "ManagedElement=1,Equipment=1,Slot=%u,Port=%06u",
-                  static_cast<unsigned>(sent.number % 16), static_cast<unsigned>(sent.number));
-    Prepared& made = prepared.emplace_back(Prepared{dn, sent.text, {}});
+    Prepared& made = prepared.emplace_back(Prepared{sent.dn.empty() ? dnOf(sent.number) : sent.dn, sent.text, {}});
     made.notification = {made.dn.c_str(),   sent.majorType, sent.minorType, firstTime + sent.number,
                          made.text.c_str(), sent.severity,  {nullptr, 0}};
 }

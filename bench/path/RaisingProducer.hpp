@@ -18,6 +18,7 @@ namespace ZorvBench {
 /// A typical alarm, told apart by its number: the port in its DN, and the nanoseconds of its event time.
 struct Sent {
     std::uint64_t number = 0;
+    std::string dn;  // empty: that of the number
     std::uint32_t majorType = 32473;
     std::uint32_t minorType = 101;
     std::int32_t severity = YALT_FM_SEVERITY_MAJOR;

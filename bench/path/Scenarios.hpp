@@ -24,6 +24,9 @@ void measureRaises(const Choice& choice);
 /// The same one at a time at a given rate: how long an alarm takes to reach a consumer.
 void measureLatency(const Choice& choice);
 
+/// What an alarm costs beside so many active ones: raised, repeated, changed, cleared, cleared by a pattern.
+void measureFlat(const Choice& choice);
+
 /// Reading all attributes of all alarms in one transaction, and what raises take meanwhile.
 void measureWalk(const Choice& choice);
 

@@ -10,8 +10,9 @@ int main(int argc, char** argv)
 {
     using namespace ZorvBench;
     const std::map<std::string, void (*)(const Choice&)> scenarios = {
-        {"raise", &measureRaises}, {"latency", &measureLatency},        {"walk", &measureWalk},
-        {"start", &measureStart},  {"memory", &measureMemoryReference}, {"store", &measureStoreReference}};
+        {"raise", &measureRaises},        {"latency", &measureLatency}, {"walk", &measureWalk},
+        {"start", &measureStart},         {"flat", &measureFlat},       {"memory", &measureMemoryReference},
+        {"store", &measureStoreReference}};
     CLI::App app(
         "Measures the path of an alarm through a node in this process; prints name, value and unit of each figure.");
     Choice choice;
