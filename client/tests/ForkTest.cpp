@@ -35,7 +35,7 @@ struct ForkTest : ClientTest {
     {
         pthread_attr_t attributes;
         ::pthread_attr_init(&attributes);
-        ::pthread_attr_setstacksize(&attributes, 32 * 1024 * 1024);
+        ::pthread_attr_setstacksize(&attributes, std::size_t{32} << 20U);
         ::pthread_setattr_default_np(&attributes);
         ::pthread_attr_destroy(&attributes);
     }

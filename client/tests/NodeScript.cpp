@@ -220,7 +220,7 @@ Step NodeScript::takeStep(const std::string& body)
     if (steps.empty()) {
         return takeAll(body);
     }
-    const Step step = steps.front();
+    Step step = steps.front();
     steps.pop_front();
     return step;
 }

@@ -112,7 +112,7 @@ TEST_F(RetryTest, anAnswerBeforeTheWholeRequestWasReadCounts)
     notification.severity = ZORV_CLIENT_MINOR;
     notification.additionalText = text.c_str();
     settings.batchLimit = 500;
-    settings.batchBytes = 100 * 1024 * 1024;
+    settings.batchBytes = std::size_t{100} << 20U;
     for (int i = 0; i < 500; ++i) {
         ASSERT_EQ(client().post(ZorvClient::Kind::raise, notification), ZORV_CLIENT_OK);
     }

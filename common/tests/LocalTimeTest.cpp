@@ -55,7 +55,7 @@ TEST_P(LocalTimeTest, isWhatTheLibraryWritesInOneSecondAndAroundIt)
 
 TEST_P(LocalTimeTest, isWhatTheLibraryWritesAroundEachChangeOfTheClocks)
 {
-    for (std::uint64_t hour = 0; hour < 366 * 24 * 2; ++hour) {
+    for (std::uint64_t hour = 0; hour < std::uint64_t{366} * 24 * 2; ++hour) {
         for (const std::uint64_t nanos :
              {(summerTime2026 + hour * 1800) * second, (summerTime2026 + hour * 1800) * second - 1}) {
             ASSERT_EQ(byTheLibrary(nanos), localTimeText(nanos)) << nanos;

@@ -222,7 +222,7 @@ void FmAlarmHandler::endAlarm(Alarm& alarm)
 /// While alarms are suppressed, only what is or was critical is sent; everything is logged.
 void FmAlarmHandler::reportAlarm(Alarm& alarm, std::int32_t previousSeverity)
 {
-    AlarmData report(alarm);
+    AlarmData report(static_cast<const AlarmData&>(alarm));
     report.dn = convertToExternalMeRdn(alarm.dn);
     if (!suppressionOn || previousSeverity == YALT_FM_SEVERITY_CRITICAL ||
         alarm.severity == YALT_FM_SEVERITY_CRITICAL) {

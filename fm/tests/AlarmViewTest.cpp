@@ -8,7 +8,6 @@
 
 #include "Dice.hpp"
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace ZorvFm {

@@ -5,7 +5,6 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using ZorvFakes::Topic;
 
 namespace ZorvFm {
 namespace {

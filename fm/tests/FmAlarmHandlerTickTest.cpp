@@ -1,6 +1,5 @@
 #include "HandlerTest.hpp"
 
-using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 using ZorvFakes::FmJournal::all;

@@ -9,7 +9,6 @@
 #include "MoImplTest.hpp"
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using ZorvFakes::Topic;
 
 namespace ZorvFm {

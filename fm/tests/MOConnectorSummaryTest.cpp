@@ -2,7 +2,6 @@
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 using ZorvFakes::Topic;
 using ZorvFakes::FmJournal::all;
 

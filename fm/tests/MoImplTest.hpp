@@ -67,7 +67,7 @@ protected:
             EXPECT_EQ(nullptr, result.attribute);
             return std::to_string(code);
         }
-        const std::string text = shown(*result.attribute);
+        std::string text = shown(*result.attribute);
         EXPECT_EQ(ZORV_RETURN_OK, result.releaseAttrResultCB(&result));
         return text;
     }

@@ -46,7 +46,7 @@ MoNamedValue numberValue(const std::string& name, std::uint64_t number)
 
 class CmEventTest : public ::testing::Test {
 protected:
-    std::shared_ptr<RecordingConsumer> subscribe(std::vector<const char*> expressions)
+    std::shared_ptr<RecordingConsumer> subscribe(const std::vector<const char*>& expressions)
     {
         std::vector<YaltNameValuePair> pairs;
         std::vector<YaltNameValuePair*> filter;

@@ -81,7 +81,7 @@ TEST_F(DatabaseTest, aFileThatCannotBeOpenedIsToldWithTheReasonOfTheSystem)
 {
     const std::string missing = directory.path("none/x.db");
     try {
-        Database(missing, first, {}, log.sink());
+        const Database opened(missing, first, {}, log.sink());
         ADD_FAILURE();
     } catch (const StoreError& e) {
         EXPECT_EQ(missing + ": unable to open database file: No such file or directory", std::string(e.what()));

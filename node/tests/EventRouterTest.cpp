@@ -10,7 +10,6 @@
 namespace ZorvNode {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 namespace {
 

@@ -67,7 +67,7 @@ private:
     std::string take(std::size_t size)
     {
         while (received.size() < size && receive()) {}
-        const std::string taken = received.substr(0, size);
+        std::string taken = received.substr(0, size);
         received.erase(0, size);
         return taken;
     }

@@ -182,7 +182,7 @@ TEST_F(StateStoreTest, aBrokenHeaderIsDamage)
 TEST_F(StateStoreTest, aBrokenPageInTheMiddleIsDamage)
 {
     fill(100);
-    overwrite(4096 * 10, std::string(4096, 'z'));
+    overwrite(std::size_t{4096} * 10, std::string(4096, 'z'));
     expectDamage(": is damaged: *** in database main *** ");
 }
 

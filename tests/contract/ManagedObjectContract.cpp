@@ -31,7 +31,7 @@ std::string ManagedObjectContractTest::get(unsigned long tx, const std::string& 
     if (code != 0) {
         return std::to_string(code);
     }
-    const std::string text = textOf(*result.attribute);
+    std::string text = textOf(*result.attribute);
     EXPECT_EQ(0, result.releaseAttrResultCB(&result));
     return text;
 }
@@ -60,7 +60,7 @@ ManagedObjectContractTest::NamesT ManagedObjectContractTest::get(unsigned long t
 std::string ManagedObjectContractTest::committed(const std::string& dn, const std::string& attribute)
 {
     const unsigned long tx = begin();
-    const std::string text = get(tx, dn, attribute);
+    std::string text = get(tx, dn, attribute);
     EXPECT_EQ(0, abort(tx));
     return text;
 }
@@ -68,7 +68,7 @@ std::string ManagedObjectContractTest::committed(const std::string& dn, const st
 ManagedObjectContractTest::NamesT ManagedObjectContractTest::committedPorts()
 {
     const unsigned long tx = begin();
-    const NamesT names = ports(tx);
+    NamesT names = ports(tx);
     EXPECT_EQ(0, abort(tx));
     return names;
 }

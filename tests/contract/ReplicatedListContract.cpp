@@ -56,7 +56,7 @@ ZorvReturnT ReplicatedListContractTest::replace(const ZorvMwSpiListNameT& item, 
 std::vector<ReplicatedListContractTest::ItemT> ReplicatedListContractTest::items() const
 {
     Walk all = walk();
-    const std::vector<ItemT> met = all.rest();
+    std::vector<ItemT> met = all.rest();
     EXPECT_EQ(0, all.finalize());
     return met;
 }

@@ -5,11 +5,11 @@ namespace ZorvTest {
 namespace {
 
 constexpr std::uint64_t day = 86400;
-constexpr std::uint64_t morning = 6 * 3600;
-constexpr std::uint64_t evening = 20 * 3600;
+constexpr std::uint64_t morning = std::uint64_t{6} * 3600;
+constexpr std::uint64_t evening = std::uint64_t{20} * 3600;
 constexpr std::uint64_t pauseByDay = 120;  // s, on average
 constexpr std::uint64_t pauseByNight = 400;
-constexpr std::uint64_t flapping = 14 * 3600;
+constexpr std::uint64_t flapping = std::uint64_t{14} * 3600;
 constexpr std::uint64_t flaps = 60;  // s
 constexpr std::uint64_t flapTime = 5;
 constexpr std::uint64_t firstPort = 100000;  // no name is part of another one
@@ -44,7 +44,7 @@ Occurrence DailyLoad::anything()
         return {active.back(), alarmType, true};
     }
     const std::size_t place = random() % active.size();
-    const Occurrence cleared = {active[place], alarmType, false};
+    Occurrence cleared = {active[place], alarmType, false};
     active.erase(active.begin() + static_cast<std::ptrdiff_t>(place));
     return cleared;
 }

@@ -24,8 +24,6 @@ namespace ZorvTest {
 
 namespace {
 
-using ::testing::Each;
-using ::testing::Gt;
 using ClockT = std::chrono::steady_clock;
 
 constexpr int publishers = 3;
@@ -40,7 +38,7 @@ ZorvNode::NodeConfiguration makeConfiguration(const TemporaryDirectory& director
     directory.write("node.xml", "<ZorvNode><library>" FM_LIBRARY "</library><model>" EXAMPLE "/alarm-model.xml</model>"
                                 "<eventRouter><inboxBound>500</inboxBound></eventRouter><replicatedLists><store>" +
                                     store + "</store></replicatedLists><ZorvFmComponent/></ZorvNode>");
-    const ZorvNode::NodeConfiguration configuration = ZorvNode::readNodeConfiguration(directory.path("node.xml"));
+    ZorvNode::NodeConfiguration configuration = ZorvNode::readNodeConfiguration(directory.path("node.xml"));
     std::filesystem::create_directories(configuration.logDirectory);
     std::filesystem::create_directories(configuration.store.directory);
     return configuration;

@@ -17,7 +17,7 @@ const ZorvMwSpiReplicatedList_1T theTable = {
 /// A reference is a number in the clothes of a pointer: it is handed out and compared, never followed.
 ZorvMwSpiListRefT toReference(uintptr_t number)
 {
-    return reinterpret_cast<ZorvMwSpiListRefT>(number);
+    return reinterpret_cast<ZorvMwSpiListRefT>(number);  // NOLINT(performance-no-int-to-ptr)
 }
 
 uintptr_t toNumber(ZorvMwSpiListRefT reference)

@@ -59,9 +59,10 @@ Entries subscriptions(const std::string& time)
         return framework + "OamSpiNotificationFmEventType_" + version + " " + framework +
                "OamSpiNotificationFmFilterTypeDateTime_" + version + "=" + time;
     };
-    return {"YaltOamSpiCmEvent_Notification_1 "
-            "YaltOamSpiCmEvent_FilterTypeRegExp_1=^ManagedElement=.*,SystemFunctions=.*,Fm=.*$, "
-            "YaltOamSpiCmEvent_FilterTypeRegExp_1=^ManagedElement=[^,]+$",
+    const std::string changes = "YaltOamSpiCmEvent_Notification_1 "
+                                "YaltOamSpiCmEvent_FilterTypeRegExp_1=^ManagedElement=.*,SystemFunctions=.*,Fm=.*$, "
+                                "YaltOamSpiCmEvent_FilterTypeRegExp_1=^ManagedElement=[^,]+$";
+    return {changes,
             timed("Zorv", "1"),
             timed("Zorv", "2"),
             timed("Yalt", "1"),

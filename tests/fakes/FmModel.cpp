@@ -34,14 +34,14 @@ void FmModel::setHeartbeatInterval(const std::optional<uint32_t>& seconds)
 
 std::string FmModel::plantModel(const std::string& name)
 {
-    const std::string dn = std::string(fmDn) + ",FmAlarmModel=" + name;
+    std::string dn = std::string(fmDn) + ",FmAlarmModel=" + name;
     objects.plant(dn);
     return dn;
 }
 
 std::string FmModel::plantType(const std::string& model, const std::string& name, const FmAlarmTypeSpec& type)
 {
-    const std::string dn = plantModel(model) + ",FmAlarmType=" + name;
+    std::string dn = plantModel(model) + ",FmAlarmType=" + name;
     objects.plant(dn, {{"majorType", MoValue::uint32(type.majorType)},
                        {"minorType", MoValue::uint32(type.minorType)},
                        {"isStateful", MoValue::boolean(type.isStateful)},

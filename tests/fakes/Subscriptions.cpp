@@ -21,7 +21,7 @@ std::set<uint32_t> Subscriptions::end(const Ref& subscription)
     if (entry == present.end()) {
         return {};
     }
-    const std::set<uint32_t> acceptedBy = entry->acceptedBy;
+    std::set<uint32_t> acceptedBy = entry->acceptedBy;
     ended.push_back(subscription);
     present.erase(entry);
     return acceptedBy;

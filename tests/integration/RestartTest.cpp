@@ -5,7 +5,6 @@
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 using ZorvFakes::Topic;
 using namespace ZorvFakes::FmJournal;
 

@@ -9,7 +9,6 @@
 namespace ZorvCtl {
 
 using ::testing::ElementsAre;
-using ::testing::Field;
 
 namespace {
 

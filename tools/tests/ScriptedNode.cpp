@@ -116,7 +116,7 @@ ScriptedAnswer ScriptedNode::take(const std::string& request, const std::string&
     if (answers.empty()) {
         return {404, R"({"error":{"reason":"nothing scripted"}})", false, false};
     }
-    const ScriptedAnswer answer = answers.front();
+    ScriptedAnswer answer = answers.front();
     if (answers.size() > 1) {
         answers.pop_front();
     }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace ZorvFakes {
 namespace {
@@ -20,7 +19,7 @@ protected:
         if (code != 0) {
             return std::to_string(code);
         }
-        const std::string text = MoValue::fromC(*result.attribute).toString();
+        std::string text = MoValue::fromC(*result.attribute).toString();
         EXPECT_EQ(0, result.releaseAttrResultCB(&result));
         return text;
     }
