@@ -19,6 +19,7 @@ public:
     public:
         explicit Iterator(Alarm* present) : alarm(present) {}
 
+        /// Null at the end.
         Alarm* operator*() const { return alarm; }
         bool operator!=(const Iterator& other) const { return alarm != other.alarm; }
 

@@ -6,7 +6,7 @@ void ShownAlarms::use(const AlarmIndex::AlarmsT& alarms)
 {
     if (!isUsed) {
         isUsed = true;
-        next = alarms.empty() ? nullptr : *alarms.begin();
+        next = *alarms.begin();
     }
 }
 

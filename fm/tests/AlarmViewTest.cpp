@@ -105,6 +105,7 @@ TEST(AlarmViewTest, isLikeAPlainMap)
             view.put(position, withId(static_cast<std::uint64_t>(i)));
             plain[position] = static_cast<std::uint64_t>(i);
         }
+        ASSERT_EQ(plain.size(), view.size()) << dice.getSeed();
         if (dice.roll(500) == 0) {
             readers.emplace_back(view.take(), plain);
         }
