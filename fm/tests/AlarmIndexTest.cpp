@@ -108,6 +108,18 @@ TEST_F(AlarmIndexTest, majorAndMinorTypeAreNotMixedUp)
     EXPECT_THAT(inOrder(index.getAlarmsOfType(0, UINT32_MAX)), ElementsAre(&one));
 }
 
+TEST_F(AlarmIndexTest, typesAreToldApartByEachBit)
+{
+    for (std::uint32_t bit = 1; bit != 0; bit <<= 1U) {
+        add(anAlarm("A", bit, 0));
+        add(anAlarm("A", 0, bit));
+    }
+
+    for (const Alarm& alarm : alarms) {
+        EXPECT_THAT(inOrder(index.getAlarmsOfType(alarm.majorType, alarm.minorType)), ElementsAre(&alarm));
+    }
+}
+
 TEST_F(AlarmIndexTest, knowsTwins)
 {
     Alarm& first = add(anAlarm("A", 1, 1, "first"));

@@ -169,6 +169,7 @@ TEST_F(AlarmListTest, anAlarmThatIsNotInMemoryIsSavedToo)
 
     EXPECT_THAT(items(), ElementsAre(alarm.serialize_v2()));
     EXPECT_EQ(nullptr, list.findAlarm(alarm));
+    EXPECT_EQ(0U, list.getSummary().total);
 }
 
 TEST_F(AlarmListTest, anotherListIsSavedToWhenNamed)

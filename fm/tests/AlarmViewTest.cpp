@@ -90,6 +90,25 @@ TEST(AlarmViewTest, whatDidNotChangeIsShared)
     EXPECT_EQ(before[3], after[3]);
 }
 
+TEST(AlarmViewTest, alarmsInTheMiddleMayAllGo)
+{
+    AlarmView view;
+    PlainT left;
+    for (std::uint64_t position = 1; position <= 1000; ++position) {
+        view.put(position, withId(position));
+    }
+    for (std::uint64_t position = 1; position <= 1000; ++position) {
+        if (position > 200 && position <= 900) {
+            view.remove(position);
+        } else {
+            left.emplace(position, position);
+        }
+    }
+
+    EXPECT_EQ(left, contentOf(view.take()));
+    EXPECT_EQ(left.size(), view.size());
+}
+
 TEST(AlarmViewTest, isLikeAPlainMap)
 {
     Dice dice;
