@@ -110,6 +110,7 @@ TEST_F(AlarmIndexTest, majorAndMinorTypeAreNotMixedUp)
 
 TEST_F(AlarmIndexTest, typesAreToldApartByEachBit)
 {
+    add(anAlarm("A", 0, 0));
     for (std::uint32_t bit = 1; bit != 0; bit <<= 1U) {
         add(anAlarm("A", bit, 0));
         add(anAlarm("A", 0, bit));
