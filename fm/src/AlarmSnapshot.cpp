@@ -26,9 +26,8 @@ const AlarmData* AlarmSnapshot::find(std::string_view identity) const
     std::uint64_t alarmId = 0;
     const char* end = identity.data() + identity.size();
     const auto parsed = std::from_chars(identity.data(), end, alarmId);
-    const bool isBaseTen = parsed.ec == std::errc() && parsed.ptr == end && (identity.front() != '0' || alarmId == 0);
-    if (!isBaseTen || (alarmId == 0 && identity.size() > 1)) {
-        return nullptr;
+    if (parsed.ec != std::errc() || parsed.ptr != end || identity.front() == '0') {
+        return nullptr;  // no id in base ten; they begin with 1
     }
     const std::vector<Place>& places = byId.empty() ? alarms : byId;
     const auto place = std::lower_bound(places.begin(), places.end(), alarmId,

@@ -90,6 +90,20 @@ TEST(AlarmViewTest, whatDidNotChangeIsShared)
     EXPECT_EQ(before[3], after[3]);
 }
 
+TEST(AlarmViewTest, theLastOneMayChangeHoweverManyThereAre)
+{
+    AlarmView view;
+    PlainT last;
+    for (std::uint64_t position = 1; position <= 600; ++position) {
+        view.put(position, withId(position));
+        view.put(position, withId(position + 1000));
+        last.emplace(position, position + 1000);
+    }
+
+    EXPECT_EQ(last, contentOf(view.take()));
+    EXPECT_EQ(last.size(), view.size());
+}
+
 TEST(AlarmViewTest, alarmsInTheMiddleMayAllGo)
 {
     AlarmView view;
