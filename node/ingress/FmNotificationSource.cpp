@@ -1,6 +1,7 @@
 #include "ingress/FmNotificationSource.hpp"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "ZorvOamSpiFmAlarmSuppress_1.h"
@@ -9,6 +10,9 @@
 namespace ZorvNode {
 
 namespace {
+
+constexpr std::size_t sentAtOnce = 100;
+constexpr std::chrono::microseconds pauseOfSender(50);
 
 using LockT = std::lock_guard<std::mutex>;
 
@@ -53,10 +57,10 @@ std::string patternOf(const std::string& dn)
 /// A clear that may have been handled already has to find that alarm or none.
 NotificationInbox::NotificationT asSentAgain(const NotificationInbox::Entry& entry)
 {
-    FmNotification notification = entry.notification->get();
-    if (!entry.wasSent || !isClearOfOne(notification)) {
+    if (!entry.wasSent || !isClearOfOne(entry.notification->get())) {
         return entry.notification;
     }
+    FmNotification notification = entry.notification->get();
     notification.dn = patternOf(notification.dn);
     return std::make_shared<PublishedNotification>(std::move(notification));
 }
@@ -196,11 +200,27 @@ void FmNotificationSource::noteHandled(const Taken& handled)
     }
 }
 
+/// In pieces: whoever publishes meanwhile waits for one of them at most.
 void FmNotificationSource::sendPortion()
 {
+    std::size_t left = bounds.portion();
+    while (!sendPiece(left)) {
+        std::this_thread::sleep_for(pauseOfSender);
+    }
+}
+
+/// True when there is nothing left to send; what is left of the portion is for what comes.
+bool FmNotificationSource::sendPiece(std::size_t& left)
+{
     const LockT lock(mutex);
-    budget = bounds.portion();
+    budget = std::min(left, sentAtOnce);
+    left -= budget;
     sendWaiting();
+    if (budget > 0) {
+        budget += left;
+        return true;
+    }
+    return left == 0;
 }
 
 void FmNotificationSource::allowMore()

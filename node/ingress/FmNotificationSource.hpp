@@ -131,6 +131,7 @@ private:
 
     void requireRoom(std::size_t coming);
     void sendWaiting();
+    bool sendPiece(std::size_t& left);
     void send(std::uint64_t number, NotificationInbox::Entry& entry);
     std::size_t numberWaiting() const;
     bool maySend() const;

@@ -301,6 +301,21 @@ TEST_F(SourceBoundsTest, whatSomebodyHadTakenWhoLeftWithoutAnOrderlyEndWaitsForT
     EXPECT_THAT(next->events(router), ElementsAre("Port=1", "Port=2"));
 }
 
+TEST_F(SourceBoundsTest, aPortionOfManyPiecesIsSentAndWhatIsLeftOfItIsForWhatComes)
+{
+    FmNotificationSource large{router, {10000, 1000}, nullptr, log.sink()};  // portions of 250
+    subscribe(consumer);
+    large.publish(std::vector<FmNotification>(600, at(1)));
+    EXPECT_EQ(250U, consumer->events(router).size());
+
+    large.sendPortion();
+    EXPECT_EQ(500U, consumer->events(router).size());
+    large.sendPortion();
+    EXPECT_EQ(600U, consumer->events(router).size());
+    large.publish(std::vector<FmNotification>(200, at(2)));
+    EXPECT_EQ(750U, consumer->events(router).size());
+}
+
 // --- the keeper
 
 TEST_F(SourceBoundsTest, whatWasTakenLeavesWhenTheServicesAreQuiet)
