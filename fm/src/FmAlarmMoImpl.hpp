@@ -71,7 +71,7 @@ private:
         const char* dn;
         const AlarmData* alarm;  // null when there is none
         Zorv::AutoMemory& memory;
-        std::size_t nextAttribute = 0;
+        std::size_t nextAttribute;
     };
 
     const AlarmSnapshot& snapshotOf(unsigned long txHandle);

@@ -25,6 +25,16 @@ protected:
         return alarm;
     }
 
+    /// With ids from 1 on; a reader has come, and the view has just been begun.
+    void addAndShowFirst(std::uint64_t number)
+    {
+        for (std::uint64_t alarmId = 1; alarmId <= number; ++alarmId) {
+            add(alarmId);
+        }
+        shown.use(index.getAlarms());
+        EXPECT_FALSE(shown.refresh(1));
+    }
+
     void remove(Alarm& alarm)
     {
         shown.noteRemoval(alarm);
@@ -77,38 +87,25 @@ TEST_F(ShownAlarmsTest, whatCameAndWentBeforeTheFirstReaderIsForgotten)
 
 TEST_F(ShownAlarmsTest, aRemovalWhileTheViewIsBeingMadeTakesNothingElseAway)
 {
-    add(1);
-    add(2);
-    add(3);
-    Alarm& fourth = add(4);
-    add(5);
-    shown.use(index.getAlarms());
-    EXPECT_FALSE(shown.refresh(1));
+    addAndShowFirst(5);
 
-    remove(fourth);
+    remove(alarms[3]);
 
     EXPECT_THAT(read(), ElementsAre(1, 2, 3, 5));
 }
 
 TEST_F(ShownAlarmsTest, theRemovalOfTheNextOneLeavesTheOneBehindIt)
 {
-    add(1);
-    Alarm& second = add(2);
-    add(3);
-    shown.use(index.getAlarms());
-    EXPECT_FALSE(shown.refresh(1));
+    addAndShowFirst(3);
 
-    remove(second);
+    remove(alarms[1]);
 
     EXPECT_THAT(read(), ElementsAre(1, 3));
 }
 
 TEST_F(ShownAlarmsTest, whatChangesAndGoesWhileTheViewIsBeingMadeIsNotShown)
 {
-    add(1);
-    add(2);
-    shown.use(index.getAlarms());
-    EXPECT_FALSE(shown.refresh(1));
+    addAndShowFirst(2);
 
     remove(add(3));
 
