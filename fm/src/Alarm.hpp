@@ -25,6 +25,8 @@ struct AlarmListPlace {
     std::uint64_t position = 0;  // grows from alarm to alarm
     AlarmLinks inList;
     AlarmLinks inType;
+    std::uint64_t identityHash = 0;
+    Alarm* nextInBucket = nullptr;  // of those by identity
     bool isChanging = false;  // a tick may change it
     bool isCounted = false;   // visible northbound, and in the summary under countedSeverity
     std::int32_t countedSeverity = 0;

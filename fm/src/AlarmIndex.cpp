@@ -4,27 +4,21 @@ namespace ZorvFm {
 
 void AlarmIndex::add(Alarm& alarm)
 {
-    TypeEntry& type = types[typeKey(alarm.majorType, alarm.minorType)];
-    type.byDn.emplace(alarm.dn, &alarm);
+    AlarmsOfTypeT& type = types[typeKey(alarm.majorType, alarm.minorType)];
+    byIdentity.add(alarm);
     alarm.place.alarm = &alarm;
     alarm.place.position = ++lastPosition;
     alarms.append(alarm);
-    type.alarms.append(alarm);
+    type.append(alarm);
     update(alarm);
 }
 
 void AlarmIndex::remove(Alarm& alarm)
 {
+    byIdentity.remove(alarm);
     const auto type = types.find(typeKey(alarm.majorType, alarm.minorType));
-    const auto twins = type->second.byDn.equal_range(alarm.dn);
-    for (auto twin = twins.first; twin != twins.second; ++twin) {
-        if (twin->second == &alarm) {
-            type->second.byDn.erase(twin);
-            break;
-        }
-    }
-    type->second.alarms.remove(alarm);
-    if (type->second.alarms.empty()) {
+    type->second.remove(alarm);
+    if (type->second.empty()) {
         types.erase(type);
     }
     uncount(alarm);
@@ -49,31 +43,19 @@ void AlarmIndex::update(Alarm& alarm)
 
 Alarm* AlarmIndex::find(const AlarmData& identity) const
 {
-    const auto type = types.find(typeKey(identity.majorType, identity.minorType));
-    if (type == types.end()) {
-        return nullptr;
-    }
     Alarm* first = nullptr;
-    const auto twins = type->second.byDn.equal_range(identity.dn);
-    for (auto twin = twins.first; twin != twins.second; ++twin) {
-        if (first == nullptr || twin->second->place.position < first->place.position) {
-            first = twin->second;
+    byIdentity.each(identity, [&](Alarm& alarm) {
+        if (first == nullptr || alarm.place.position < first->place.position) {
+            first = &alarm;
         }
-    }
+    });
     return first;
 }
 
 void AlarmIndex::findAll(const AlarmData& identity, std::list<Alarm*>& found) const
 {
-    const auto type = types.find(typeKey(identity.majorType, identity.minorType));
-    if (type == types.end()) {
-        return;
-    }
     std::map<std::uint64_t, Alarm*> inOrder;  // by position
-    const auto twins = type->second.byDn.equal_range(identity.dn);
-    for (auto twin = twins.first; twin != twins.second; ++twin) {
-        inOrder.emplace(twin->second->place.position, twin->second);
-    }
+    byIdentity.each(identity, [&](Alarm& alarm) { inOrder.emplace(alarm.place.position, &alarm); });
     for (const auto& [position, alarm] : inOrder) {
         found.push_back(alarm);
     }
@@ -83,7 +65,7 @@ const AlarmIndex::AlarmsOfTypeT& AlarmIndex::getAlarmsOfType(std::uint32_t major
 {
     static const AlarmsOfTypeT none;
     const auto type = types.find(typeKey(majorType, minorType));
-    return type == types.end() ? none : type->second.alarms;
+    return type == types.end() ? none : type->second;
 }
 
 std::uint64_t AlarmIndex::typeKey(std::uint32_t majorType, std::uint32_t minorType)

@@ -8,10 +8,10 @@
 #include <cstdint>
 #include <list>
 #include <map>
-#include <string_view>
 #include <unordered_map>
 
 #include "AlarmChain.hpp"
+#include "AlarmsByIdentity.hpp"
 
 namespace ZorvFm {
 
@@ -57,12 +57,6 @@ public:
     const AlarmSummary& getSummary() const { return summary; }
 
 private:
-    /// The alarms of one type; the texts belong to the alarms.
-    struct TypeEntry {
-        AlarmsOfTypeT alarms;
-        std::unordered_multimap<std::string_view, Alarm*> byDn;
-    };
-
     static std::uint64_t typeKey(std::uint32_t majorType, std::uint32_t minorType);
     void count(Alarm& alarm);
     void uncount(Alarm& alarm);
@@ -70,7 +64,8 @@ private:
 
     AlarmsT alarms;
     ChangingT changing;  // those that a tick may change
-    std::unordered_map<std::uint64_t, TypeEntry> types;
+    std::unordered_map<std::uint64_t, AlarmsOfTypeT> types;
+    AlarmsByIdentity byIdentity;
     AlarmSummary summary;
     std::uint64_t lastPosition = 0;
 };
