@@ -27,8 +27,8 @@ struct AlarmListPlace {
     AlarmLinks inType;
     std::uint64_t identityHash = 0;
     Alarm* nextInBucket = nullptr;  // of those by identity
-    bool isChanging = false;  // a tick may change it
-    bool isCounted = false;   // visible northbound, and in the summary under countedSeverity
+    bool isChanging = false;        // a tick may change it
+    bool isCounted = false;         // visible northbound, and in the summary under countedSeverity
     std::int32_t countedSeverity = 0;
 };
 
