@@ -4,9 +4,11 @@
 
 namespace ZorvNode {
 
-Checkpointer::Checkpointer(const CheckpointSettings& checkpointSettings, std::function<bool()> checkpoint)
+Checkpointer::Checkpointer(const CheckpointSettings& checkpointSettings, std::function<bool()> checkpoint,
+                           std::function<void()> prepare)
     : settings(checkpointSettings),
       work(std::move(checkpoint)),
+      preparation(std::move(prepare)),
       thread([this] { run(); })
 {
 }
@@ -47,6 +49,9 @@ void Checkpointer::run()
         if (stopping) {
             return;
         }
+        lock.unlock();
+        preparation();
+        lock.lock();
         pagesInLog = 0;
         lock.unlock();
         const bool done = work();

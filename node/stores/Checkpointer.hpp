@@ -20,7 +20,7 @@ namespace ZorvNode {
 
 struct CheckpointSettings {
     int pages = 1000;        ///< of the log that make a checkpoint worth while
-    int urgentPages = 4000;  ///< that make it overdue
+    int urgentPages = 8000;  ///< that make it overdue
     std::chrono::milliseconds pause{20};
     std::chrono::milliseconds retry{1000};
     std::chrono::milliseconds age{5000};  ///< of the first commit in the log that makes a checkpoint worth while
@@ -28,7 +28,9 @@ struct CheckpointSettings {
 
 class Checkpointer {
 public:
-    Checkpointer(const CheckpointSettings& checkpointSettings, std::function<bool()> checkpoint);
+    /// @param prepare called before each checkpoint; what is committed meanwhile belongs to it.
+    Checkpointer(const CheckpointSettings& checkpointSettings, std::function<bool()> checkpoint,
+                 std::function<void()> prepare);
     ~Checkpointer();
 
     Checkpointer(const Checkpointer&) = delete;
@@ -47,6 +49,7 @@ private:
 
     const CheckpointSettings settings;
     const std::function<bool()> work;
+    const std::function<void()> preparation;
     std::mutex mutex;
     std::condition_variable wake;
     int pagesInLog = 0;         // guarded by mutex

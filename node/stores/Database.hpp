@@ -78,6 +78,7 @@ private:
     void adopt(const Schema& schema);
     void check();
     bool tryCheckpoint();
+    void syncLog() const;
     StoreError failure(int code) const;
 
     const std::string file;
