@@ -5,6 +5,7 @@
 #include <map>
 
 #include "Scenarios.hpp"
+#include "runtime/ProcessorTurns.hpp"
 
 int main(int argc, char** argv)
 {
@@ -26,6 +27,7 @@ int main(int argc, char** argv)
         ->check(CLI::IsMember({"alarm", "alert", "unknown", "reconfigure"}));
     app.add_option("--rate", choice.rate, "alarms in a second, when they are paced");
     CLI11_PARSE(app, argc, argv);
+    ZorvNode::interruptNobody();  // as zorvd does
     try {
         scenarios.at(scenario)(choice);
         return 0;

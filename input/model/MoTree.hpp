@@ -1,6 +1,6 @@
 /// The managed objects of the node itself: a tree of unchangeable instances, children in the order of their creation.
 ///
-/// A changed object is a new instance, so that a copy of the tree is cheap and stays as it was.
+/// A changed object is a new instance, so that a copy of the tree stays as it was.
 ///
 /// Threads: none of its own; whoever shares a tree guards it, or shares it unchanged.
 #pragma once

@@ -9,6 +9,7 @@
 #include "app/DirectoryLock.hpp"
 #include "app/ExitCode.hpp"
 #include "files/InputError.hpp"
+#include "runtime/ProcessorTurns.hpp"
 
 namespace ZorvNode {
 
@@ -59,6 +60,7 @@ int Application::run()
 
 void Application::runNode(const NodeConfiguration& configuration, ModelFile model)
 {
+    interruptNobody();
     Node node(configuration, std::move(model));
     Api api(node);
     try {

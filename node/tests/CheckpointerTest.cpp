@@ -102,7 +102,8 @@ TEST(CheckpointerTest, aCheckpointThatFailsIsTriedAgainWithTheNextCommit)
 {
     Checkpoints checkpoints;
     checkpoints.failures = 1;
-    Checkpointer checkpointer({10, 20, std::chrono::milliseconds(0), std::chrono::milliseconds(1)}, checkpoints.work(), [] {});
+    Checkpointer checkpointer({10, 20, std::chrono::milliseconds(0), std::chrono::milliseconds(1)}, checkpoints.work(),
+                              [] {});
     checkpointer.committed(20);
     ASSERT_TRUE(checkpoints.await(1));
 

@@ -91,7 +91,7 @@ protected:
 
     std::uint64_t count() const
     {
-        return std::get<std::uint64_t>(store.snapshot().tree->find("Node=1")->attributes.at("count").values.front());
+        return std::get<std::uint64_t>(store.snapshot().state->find("Node=1")->attributes.at("count").values.front());
     }
 
     ZorvTest::TemporaryDirectory directory;
@@ -188,7 +188,7 @@ TEST_F(CmEventTest, aRefusedManagementWriteChangesNothing)
 {
     EXPECT_THROW(set("Node=1,Port=1", {numberValue("speed", 50), numberValue("speed", 500)}), MoError);
 
-    EXPECT_EQ(0U, store.snapshot().tree->find("Node=1,Port=1")->attributes.count("speed"));
+    EXPECT_EQ(0U, store.snapshot().state->find("Node=1,Port=1")->attributes.count("speed"));
     EXPECT_EQ(0U, transactions.getNumberOfTransactions());
 }
 
@@ -217,7 +217,7 @@ TEST_F(CmEventTest, rereadingTakesBackWhatManagementHasWritten)
 
     objects.replaceModel(model(first));
 
-    EXPECT_EQ(0U, store.snapshot().tree->find("Node=1")->attributes.count("name"));
+    EXPECT_EQ(0U, store.snapshot().state->find("Node=1")->attributes.count("name"));
 }
 
 TEST_F(CmEventTest, aTransactionFromBeforeAChangeOfClassesFailsAtItsCommit)

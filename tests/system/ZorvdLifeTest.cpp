@@ -1,5 +1,6 @@
 #include <Poco/String.h>
 #include <gmock/gmock.h>
+#include <sched.h>
 #include <signal.h>
 
 #include <filesystem>
@@ -62,6 +63,13 @@ TEST_F(ZorvdLifeTest, sigtermEndsStreamsAndWaitingRequests)
 
     EXPECT_TRUE(log.awaitError("zorvctl: the node has ended the stream; connecting again\n"));
     EXPECT_TRUE(follower.awaitError("zorvctl: the node has ended the stream; connecting again\n"));
+}
+
+TEST_F(ZorvdLifeTest, theNodeInterruptsNobodyWhenItIsWoken)
+{
+    const RunningNode node(files);
+
+    EXPECT_EQ(SCHED_BATCH, sched_getscheduler(std::stoi(files.directory.read("run/zorvd.pid"))));
 }
 
 TEST_F(ZorvdLifeTest, sighupRereadsTheModel)

@@ -37,21 +37,21 @@ std::vector<std::string> attributeNames(const MoInstance& instance)
 
 }  // namespace
 
-bool apply(const MoWrite& write, MoTree& tree)
+bool apply(const MoWrite& write, MoState& state)
 {
-    const MoInstanceT present = tree.find(write.dn);
+    const MoInstanceT present = state.find(write.dn);
     if (write.created) {
-        if (present || !tree.exists(parentOf(write.dn))) {
+        if (present || !state.exists(parentOf(write.dn))) {
             return false;
         }
-        tree.put(write.created);
+        state.put(write.created);
         return true;
     }
     if (!present) {
         return false;
     }
     if (write.attribute.name.empty()) {
-        tree.remove(write.dn);
+        state.remove(write.dn);
         return true;
     }
     auto changed = std::make_shared<MoInstance>(*present);
@@ -59,11 +59,11 @@ bool apply(const MoWrite& write, MoTree& tree)
     if (write.bySystem) {
         changed->systemWritten.insert(write.attribute.name);
     }
-    tree.put(changed);
+    state.put(changed);
     return true;
 }
 
-std::vector<MoChange> differences(const MoTree& before, const MoTree& after, const Model& model,
+std::vector<MoChange> differences(const MoState& before, const MoState& after, const Model& model,
                                   const std::vector<std::string>& dns)
 {
     std::vector<MoChange> changes;

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "YaltOamSpiCmEvent_1.h"
-#include "model/MoTree.hpp"
 #include "model/Model.hpp"
+#include "services/managedobjects/MoState.hpp"
 
 namespace ZorvNode {
 
@@ -28,11 +28,11 @@ struct MoChange {
     std::vector<std::string> attributes;
 };
 
-/// Applies a write. False when it does not fit the tree: no such object, no parent, or it exists already.
-bool apply(const MoWrite& write, MoTree& tree);
+/// Applies a write. False when it does not fit the state: no such object, no parent, or it exists already.
+bool apply(const MoWrite& write, MoState& state);
 
-/// The differences of these objects between two trees, in the order given. Attributes that do not notify are left out.
-std::vector<MoChange> differences(const MoTree& before, const MoTree& after, const Model& model,
+/// The differences of these objects between two states, in the order given. Attributes that do not notify are left out.
+std::vector<MoChange> differences(const MoState& before, const MoState& after, const Model& model,
                                   const std::vector<std::string>& dns);
 
 }  // namespace ZorvNode

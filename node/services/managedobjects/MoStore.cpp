@@ -14,7 +14,7 @@ namespace {
 using LockT = std::lock_guard<std::mutex>;
 
 /// Each object that a write concerns, once, in the order of the writes; with everything below a removed one.
-std::vector<std::string> concerned(const std::vector<MoWrite>& writes, const MoTree& before)
+std::vector<std::string> concerned(const std::vector<MoWrite>& writes, const MoState& before)
 {
     std::vector<std::string> dns;
     std::set<std::string> known;
@@ -29,11 +29,11 @@ std::vector<std::string> concerned(const std::vector<MoWrite>& writes, const MoT
     return dns;
 }
 
-std::vector<std::string> allDns(const MoTree& before, const MoTree& after)
+std::vector<std::string> allDns(const MoState& before, const MoState& after)
 {
     std::set<std::string> dns;
-    for (const MoTree* tree : {&before, &after}) {
-        for (const auto& [dn, instance] : tree->getInstances()) {
+    for (const MoState* state : {&before, &after}) {
+        for (const auto& [dn, instance] : state->getNames()) {
             dns.insert(dn);
         }
     }
@@ -68,7 +68,7 @@ MoInstanceT carriedOver(const MoInstanceT& fresh, const MoInstanceT& old, const 
 
 }  // namespace
 
-MoStore::MoStore(ModelFile file) : current{std::move(file.model), std::make_shared<const MoTree>(std::move(file.tree))}
+MoStore::MoStore(ModelFile file) : current{std::move(file.model), std::make_shared<const MoState>(std::move(file.tree))}
 {
 }
 
@@ -85,18 +85,18 @@ bool MoStore::commit(const MoSnapshot& base, const std::vector<MoWrite>& writes,
     if (current.model != base.model) {
         return false;  // the writes were checked against another model
     }
-    const auto dns = concerned(writes, *current.tree);
+    const auto dns = concerned(writes, *current.state);
     if (optimistic && std::any_of(dns.begin(), dns.end(), [&](const std::string& dn) {
-            return current.tree->find(dn) != base.tree->find(dn);
+            return current.state->find(dn) != base.state->find(dn);
         })) {
         return false;
     }
-    auto after = std::make_shared<MoTree>(*current.tree);
+    auto after = std::make_shared<MoState>(*current.state);
     if (!std::all_of(writes.begin(), writes.end(), [&after](const MoWrite& write) { return apply(write, *after); })) {
         return false;
     }
-    auto changes = differences(*current.tree, *after, *current.model, dns);
-    current.tree = std::move(after);
+    auto changes = differences(*current.state, *after, *current.model, dns);
+    current.state = std::move(after);
     inOrder(std::move(changes));
     return true;
 }
@@ -104,17 +104,18 @@ bool MoStore::commit(const MoSnapshot& base, const std::vector<MoWrite>& writes,
 void MoStore::replace(ModelFile file, const std::function<void(std::vector<MoChange>)>& inOrder)
 {
     const LockT lock(mutex);
-    MoTree after = std::move(file.tree);
-    for (const auto& [dn, fresh] : std::map<std::string, MoInstanceT>(after.getInstances())) {
-        if (const MoInstanceT old = current.tree->find(dn)) {
-            after.put(carriedOver(fresh, old, *file.model->findClass(classOf(dn))));
+    MoTree tree = std::move(file.tree);
+    for (const auto& [dn, fresh] : std::map<std::string, MoInstanceT>(tree.getInstances())) {
+        if (const MoInstanceT old = current.state->find(dn)) {
+            tree.put(carriedOver(fresh, old, *file.model->findClass(classOf(dn))));
         }
     }
     if (!(*current.model == *file.model)) {
         current.model = std::move(file.model);
     }
-    auto changes = differences(*current.tree, after, *current.model, allDns(*current.tree, after));
-    current.tree = std::make_shared<const MoTree>(std::move(after));
+    auto after = std::make_shared<const MoState>(std::move(tree));
+    auto changes = differences(*current.state, *after, *current.model, allDns(*current.state, *after));
+    current.state = std::move(after);
     inOrder(std::move(changes));
 }
 

@@ -12,6 +12,7 @@
 #include "model/Model.hpp"
 #include "model/ModelReader.hpp"
 #include "services/managedobjects/MoChange.hpp"
+#include "services/managedobjects/MoState.hpp"
 
 namespace ZorvNode {
 
@@ -19,7 +20,7 @@ using namespace ZorvInput;
 
 struct MoSnapshot {
     std::shared_ptr<const Model> model;
-    std::shared_ptr<const MoTree> tree;
+    std::shared_ptr<const MoState> state;
 };
 
 class MoStore {

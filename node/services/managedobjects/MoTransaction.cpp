@@ -46,7 +46,7 @@ const ClassDescription& MoTransaction::classNamed(const std::string& className) 
 
 MoInstanceT MoTransaction::objectNamed(const std::string& dn) const
 {
-    MoInstanceT instance = tree().find(dn);
+    MoInstanceT instance = state().find(dn);
     if (!instance) {
         throw MoError(ZORV_RETURN_NOT_FOUND, "no such object, \"" + dn + "\"");
     }
@@ -67,7 +67,7 @@ std::vector<std::string> MoTransaction::childrenOf(const std::string& parentDn, 
     if (!exists(parentDn)) {
         throw MoError(ZORV_RETURN_NOT_FOUND, "no such object, \"" + parentDn + "\"");
     }
-    return tree().childrenOf(parentDn, className);
+    return state().childrenOf(parentDn, className);
 }
 
 std::shared_ptr<const MoValue> MoTransaction::get(const std::string& dn, const std::string& attribute) const
@@ -137,7 +137,7 @@ void MoTransaction::refuseReadOnly(const AttributeDescription& attribute) const
 void MoTransaction::write(MoWrite change)
 {
     if (!written) {
-        written = *base.tree;
+        written = *base.state;
     }
     apply(change, *written);
     writes.push_back(std::move(change));

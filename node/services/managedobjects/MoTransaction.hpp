@@ -21,7 +21,7 @@ public:
     /// The class; -1 when there is none of that name.
     const ClassDescription& classNamed(const std::string& className) const;
 
-    bool exists(const std::string& dn) const { return tree().exists(dn); }
+    bool exists(const std::string& dn) const { return state().exists(dn); }
     std::vector<std::string> childrenOf(const std::string& parentDn, const std::string& className) const;
 
     /// -2 no such object or attribute; an attribute without a value is an empty value.
@@ -44,7 +44,7 @@ public:
     const AttributeDescription& attributeOf(const std::string& dn, const std::string& attribute) const;
 
 private:
-    const MoTree& tree() const { return written ? *written : *base.tree; }
+    const MoState& state() const { return written ? *written : *base.state; }
     MoInstanceT objectNamed(const std::string& dn) const;
     void refuseReadOnly(const AttributeDescription& attribute) const;
     void write(MoWrite change);
@@ -53,7 +53,7 @@ private:
     const std::int32_t lockPolicy;
     const TransactionOrigin origin;
     const MoSnapshot base;
-    std::optional<MoTree> written;  // base with the writes
+    std::optional<MoState> written;  // base with the writes
     std::vector<MoWrite> writes;
 };
 
