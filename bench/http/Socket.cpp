@@ -2,6 +2,7 @@
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/un.h>
@@ -96,8 +97,11 @@ void Socket::send(std::string_view data)
     }
 }
 
+/// As zorv's client does: a thread that waits in recv is also woken when the other side has read what was sent.
 std::size_t Socket::receive(char* buffer, std::size_t size)
 {
+    pollfd readable{descriptor, POLLIN, 0};
+    checked(::poll(&readable, 1, static_cast<int>(longestWait.tv_sec) * 1000), "cannot wait");
     return static_cast<std::size_t>(checked(::recv(descriptor, buffer, size, 0), "cannot receive"));
 }
 
