@@ -1,5 +1,6 @@
 #include "services/managedobjects/ManagedObjectService.hpp"
 
+#include <thread>
 #include <utility>
 
 #include "Contained.hpp"
@@ -11,6 +12,8 @@ namespace ZorvNode {
 using namespace ZorvInput;
 
 namespace {
+
+constexpr std::size_t objectsAtATurn = 16;
 
 using LockT = std::lock_guard<std::mutex>;
 
@@ -142,6 +145,9 @@ const char* ManagedObjectService::next(std::uint64_t iteratorId)
     const auto iteration = results.find(iteratorId);
     if (!iteration || iteration->closed) {
         return nullptr;
+    }
+    if (++iteration->asked % objectsAtATurn == 0) {
+        std::this_thread::yield();
     }
     const Call call(*this, iteration->txHandle);
     if (iteration->implementer == nullptr) {

@@ -36,7 +36,8 @@ public:
 
     std::uint64_t newIterator(unsigned long txHandle, const std::string& parentDn, const std::string& className);
 
-    /// The next "Class=value", null at the end.
+    /// The next "Class=value", null at the end. Every few objects it lets other threads run first: whoever reads many does
+    /// not keep the alarms waiting.
     const char* next(std::uint64_t iteratorId);
     void finalizeIterator(std::uint64_t iteratorId);
 

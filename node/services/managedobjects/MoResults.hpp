@@ -21,7 +21,8 @@ struct MoIteration {
     std::size_t next = 0;
     const YaltOamSpiManagedObject_3T* implementer = nullptr;
     std::uint64_t innerId = 0;
-    bool closed = false;  // the names already given out live on
+    std::size_t asked = 0;  // for the next object, how often
+    bool closed = false;    // the names already given out live on
 };
 
 class MoResults {
