@@ -25,6 +25,9 @@ public:
     ZorvReturnT onEvent(unsigned long consumerId, const char* eventType, YaltNameValuePair** filter,
                         void* value) override;
 
+    /// For readers outside of the process half a millisecond is nothing.
+    std::chrono::microseconds nap() const override { return std::chrono::microseconds(500); }
+
 private:
     EventRouter& router;
     unsigned long id = 0;

@@ -9,7 +9,6 @@ namespace ZorvNode {
 
 namespace {
 
-constexpr std::chrono::microseconds nap(30);
 constexpr unsigned long napSlack = 1000;  // ns; the usual 50 us would be longer than the nap
 
 }  // namespace
@@ -108,7 +107,7 @@ void ConsumerQueue::awaitNext(std::unique_lock<std::mutex>& lock)
 {
     if (waiting.empty() && !closed) {
         lock.unlock();
-        std::this_thread::sleep_for(nap);
+        std::this_thread::sleep_for(port->nap());
         lock.lock();
     }
     while (waiting.empty() && !closed) {
