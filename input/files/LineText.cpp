@@ -2,8 +2,6 @@
 
 #include <Poco/NumberFormatter.h>
 
-#include <algorithm>
-
 namespace ZorvInput {
 
 namespace {
@@ -24,10 +22,15 @@ std::size_t controlLength(const std::string& text, std::size_t position)
     return isLineEnd ? 3 : 0;
 }
 
-bool mayBeginControl(char character)
+/// Looks at every byte, so that the compiler can take many at a time.
+bool mayHoldControl(const std::string& text)
 {
-    const auto byte = static_cast<unsigned char>(character);
-    return byte < 0x20 || byte == 0x7F || byte == 0xC2 || byte == 0xE2;
+    bool found = false;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        found |= (byte < 0x20) | (byte == 0x7F) | (byte == 0xC2) | (byte == 0xE2);
+    }
+    return found;
 }
 
 std::string escaped(char character)
@@ -50,10 +53,12 @@ std::string escaped(char character)
 /// Most texts are lines as they are.
 std::string toLineText(const std::string& text)
 {
-    const auto first = std::find_if(text.begin(), text.end(), mayBeginControl);
-    std::string line(text.begin(), first);
+    if (!mayHoldControl(text)) {
+        return text;
+    }
+    std::string line;
     line.reserve(text.size());
-    for (std::size_t position = line.size(); position < text.size();) {
+    for (std::size_t position = 0; position < text.size();) {
         std::size_t control = controlLength(text, position);
         if (control == 0) {
             line += text[position++];
