@@ -69,7 +69,9 @@ TEST_F(ZorvdLifeTest, theNodeInterruptsNobodyWhenItIsWoken)
 {
     const RunningNode node(files);
 
-    EXPECT_EQ(SCHED_BATCH, sched_getscheduler(std::stoi(files.directory.read("run/zorvd.pid"))));
+    const int given = sched_getscheduler(0);
+    EXPECT_EQ(given == SCHED_OTHER ? SCHED_BATCH : given,
+              sched_getscheduler(std::stoi(files.directory.read("run/zorvd.pid"))));
 }
 
 TEST_F(ZorvdLifeTest, sighupRereadsTheModel)
