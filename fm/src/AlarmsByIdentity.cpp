@@ -49,6 +49,7 @@ std::size_t AlarmsByIdentity::bucketOf(std::uint64_t hash) const
     return bucket < buckets.size() ? bucket : bucket - power / 2;
 }
 
+/// The factors are odd: of one DN, types that differ in one of their numbers alone never have the same hash.
 std::uint64_t AlarmsByIdentity::hashOf(const AlarmData& identity)
 {
     return std::hash<std::string_view>{}(identity.dn) + identity.majorType * 0x9e3779b97f4a7c15 +

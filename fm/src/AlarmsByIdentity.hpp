@@ -5,6 +5,7 @@
 ///
 /// Threads:   those of the index.
 /// Ownership: the alarms are the list's. The identity of an alarm stays the same while it is in here.
+/// Failure:   std::bad_alloc, and the alarm is not in here.
 #pragma once
 
 #include <cstddef>
@@ -18,6 +19,8 @@ namespace ZorvFm {
 class AlarmsByIdentity {
 public:
     void add(Alarm& alarm);
+
+    /// @pre it was added.
     void remove(const Alarm& alarm);
 
     /// Calls call(alarm) with each alarm that has this identity, in no order.

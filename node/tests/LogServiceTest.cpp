@@ -265,6 +265,22 @@ TEST(LineTextTest, lineEndsOfUnicodeAreEscapedToo)
                                                                   "c\x7F\td"));
 }
 
+TEST(LineTextTest, oneOfThemIsEnough)
+{
+    EXPECT_EQ("\\x00", toLineText(std::string(1, '\0')));
+    EXPECT_EQ("a\\x1F", toLineText("a\x1F"));
+    EXPECT_EQ("a\\x7F", toLineText("a\x7F"));
+    EXPECT_EQ("a\\xC2\\x80", toLineText("a\xC2\x80"));
+    EXPECT_EQ("a\\xE2\\x80\\xA9", toLineText("a\xE2\x80\xA9"));
+}
+
+TEST(LineTextTest, theirNeighboursStayAsTheyAre)
+{
+    EXPECT_EQ("a ~", toLineText("a ~"));
+    EXPECT_EQ("a\xC2\xA0", toLineText("a\xC2\xA0"));
+    EXPECT_EQ("a\xE2\x80\xAA", toLineText("a\xE2\x80\xAA"));
+}
+
 TEST(LineTextTest, otherTextStaysAsItIs)
 {
     EXPECT_EQ("L\xC3\xBC"

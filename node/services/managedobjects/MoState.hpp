@@ -33,11 +33,8 @@ public:
         return settled->childrenOf(parentDn, className);
     }
 
-    /// The object and everything below it, parents first.
+    /// The object and everything below it, parents first; of "" everything.
     std::vector<std::string> subtreeOf(const std::string& dn) const { return settled->subtreeOf(dn); }
-
-    /// By DN.
-    const std::map<std::string, MoInstanceT>& getNames() const { return settled->getInstances(); }
 
     /// Adds an object, or takes the place of the one with that name.
     void put(MoInstanceT instance);

@@ -33,8 +33,8 @@ std::vector<std::string> allDns(const MoState& before, const MoState& after)
 {
     std::set<std::string> dns;
     for (const MoState* state : {&before, &after}) {
-        for (const auto& [dn, instance] : state->getNames()) {
-            dns.insert(dn);
+        for (std::string& dn : state->subtreeOf("")) {
+            dns.insert(std::move(dn));
         }
     }
     return {dns.begin(), dns.end()};
